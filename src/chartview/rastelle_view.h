@@ -1,0 +1,230 @@
+#pragma once
+
+#include "chart/cached_rastelle.h"
+#include "chart/polynomial_projection.h"
+#include "chartview/view_settings.h"
+#include "chartview/world_wrap.h"
+#include "core/bounds.h"
+#include "core/listener.h"
+#include "core/serializable.h"
+#include "core/zt_hwnd.h"
+#include "navdata/data_gps_position.h"
+#include "overlays/overlay_object.h"
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+
+/// What a view needs of the item that shows it.
+struct IViewHost {
+    virtual ~IViewHost() = default;
+    /// The picture is out of date.
+    virtual void InvalidateView() = 0;
+    virtual ZT_HWND hWnd() = 0;
+};
+
+/// One map window's state and behaviour: which chart is open, where and at what zoom, scrolling with inertia, pinch and
+/// step zoom, following the own ship, the choice of chart, and painting of chart and overlays.
+///
+/// Screen units are device pixels of the window, image units chart pixels. Scales are nautical miles per screen pixel.
+/// A view is closed (no chart), opening, or open; `wanted_*` carry it from one chart to the next. Main thread only.
+///
+/// The chart of a whole world repeats sideways: see CWorldWrap.
+class CRastelleView : public CSerializable,
+                      private CCachedRastelle,
+                      public Listener<CDataGPSPosition>,
+                      public Listener<COverlayObject> {
+public:
+    using done_function = std::function<void(bool)>;
+
+    static constexpr int kMagic = static_cast<int>(0x8E5672CE); ///< of the saved view's section
+    static constexpr int kMinLevel = -2;
+    static constexpr int kMaxObjectsDrawn = 20000;
+
+    /// The host outlives the view; null for a view that nobody shows.
+    explicit CRastelleView(IViewHost* view_host = nullptr);
+    ~CRastelleView() override;
+
+    // Gestures
+    void onSingleTouchDown(double x, double y);
+    void onSingleTouchMove(double x, double y);
+    void onSingleTouchUp();
+    void onMouseDown(double x, double y);
+    void onMouseDragged(double x, double y);
+    void onMouseUp(bool left_button);
+    void rightMouseDown(double x, double y);
+    void centerMouseDown(double x, double y);
+    void onPinchBegin(double x, double y, double dist_sq);
+    void onPinchMove(double x, double y, double dist_sq);
+    void onPinchEnd();
+    void onTap(double x, double y, double precision_sq);
+    void onDeleteKey();
+    /// To be called at each heartbeat.
+    void onTimer();
+
+    // Moves
+    /// Scrolls by a screen delta; writes back what whole pixels allowed.
+    void DoScroll(double& dx, double& dy);
+    /// Changes the level (+1 reduces) about the pointer; refuses levels out of range.
+    void DoZoom(int delta);
+    /// Step zoom, -1 in and +1 out, about the middle of the screen or a point of it.
+    void SmoothZoom(int delta);
+    void SmoothZoomAtPoint(int delta, double x, double y);
+    /// Goes to the next coarser (+1) or more detailed (-1) chart at the middle; 0 when there is none.
+    int ChangeMapScale(int direction);
+    void LockOnToGPS(ZT_HWND parent, bool on);
+    /// Brings a position (degrees) to the middle, at level 0, or without `recentre` to the own ship's anchor.
+    void GotoLocation(ZT_HWND parent, double lat, double lon, bool recentre);
+    /// Shows an area whole.
+    void GotoLocation(const CBounds& area);
+    void GotoBestMap(ZT_HWND parent, double lat, double lon, double scale, done_function done);
+    void setScreenRect(double left, double top, double width, double height);
+
+    // Charts
+    /// Opens a chart; `keep_view` first takes `wanted_*` from what is shown. On failure the chart leaves the catalogue
+    /// and the previous one returns. `done` is called exactly once and may be empty.
+    void onOpen(ZT_HWND parent, const char* path, bool keep_view, done_function done);
+    void open_rlt_callback(bool ok, const done_function& done);
+    void Close();
+    void CloseAndReOpenCurrentMap();
+    /// Opens the catalogue's overview at the start position, whole: for a window that has no saved view.
+    void OpenStartChart();
+    void DownloadBestFreeMap(double lat, double lon, done_function done);
+    /// Takes `wanted_*` from the chart at the centre; nothing while closed.
+    void GetCurrentMapView();
+    /// Restores `wanted_*` on the open chart.
+    void SetCurrentMapView();
+    /// Restores `wanted_*` on the chart that suits it best.
+    void RestoreCurrentMapView();
+
+    // Painting and queries
+    /// Paints the rectangle; false, and nothing painted, without an open chart. Reads and decodes nothing.
+    bool onDraw(QPainter* painter, double x, double y, double width, double height);
+    /// Nautical miles per screen pixel in the middle; 0 while closed.
+    double getDisplayedScale() const;
+    bool ScreenTolatlong(double x, double y, double& lat, double& lon) const;
+    bool LatLongToScreen(double lat, double lon, double& x, double& y) const;
+    bool GetCenterLatLon(double& lat, double& lon) const;
+    /// The middle half of the view, in each direction.
+    bool GetCenterAreaOfView(CBounds& area) const;
+    bool GetLatestGPSLatLon(double& lat, double& lon) const;
+    bool HitTest(CMapping& mapping, double x, double y, double precision_sq) const;
+    void CreateNewMark();
+    void CreateNewRoute();
+
+    bool Serialize(IOStream& stream) override;
+    void OnUpdate(CDataGPSPosition& position) override;
+    void OnUpdate(COverlayObject& object) override;
+
+    bool IsOpen() const;
+    bool IsOpening() const { return opening; }
+    bool IsLockedOnGPS() const { return locked_on_gps; }
+    bool HasMoved() const { return touch_moved; }
+    bool ShowsPlaceholders() const { return placeholders; }
+    const CViewParams& Params() const { return params; }
+    double SmoothScale() const { return smooth_scale; }
+    int MaxLevel() const { return max_level; }
+    const FRect& Screen() const { return screen; }
+    /// Path of the last good chart.
+    const std::string& CurrentPath() const { return last_path; }
+    ZT_HWND hWnd() const { return host != nullptr ? host->hWnd() : ZT_HWND(); }
+    /// The view must not touch its host any more.
+    void DetachHost() { host = nullptr; }
+
+private:
+    struct Mapped {
+        CMapping mapping;
+        unsigned generation = 0; ///< the projection that it was made for
+    };
+    using MappedObjects = std::map<COverlayObject::Key, Mapped>;
+
+    // Open and saved view
+    void StartOpening(ZT_HWND parent, const std::string& path, done_function done);
+    void OnOpened();
+    void OnOpenFailed();
+    void changed_projection();
+    void OpenSavedChart();
+    /// Opens a chart that the catalogue chose for `wanted_*`, unless it is the open one, which then only moves.
+    void ShowChart(ZT_HWND parent, const std::string& path, done_function done);
+    void ChooseFirstChart(const CDataGPSPosition& position);
+
+    // Centre, anchor and screen
+    void CentreOnScreen();
+    void CentreOn(double x, double y);
+    bool GPSIsKnown() const { return gps_lat <= 90.0; }
+    bool FollowsGPS() const { return locked_on_gps && GPSIsKnown(); }
+    void MoveAnchorToGPS();
+    void UnlockIfAnchorLeft();
+    bool PixelOf(double lat, double lon, double& x, double& y) const;
+    double ScaleAtLevel(double x, double y) const;
+    void moved_screen();
+    void NormaliseWrap();
+    void Repaint();
+
+    // Zoom
+    bool OpenNextChart(int direction);
+    bool StepZoomByChart(int delta, bool& asked);
+    void PlainZoom(int delta);
+    void ZoomSmoothly(int delta);
+    void SettlePinch();
+    void ShowZoomHintIfAppropriate();
+    void StopInertia();
+
+    // Painting and hits
+    CRastelleView(const CRastelleView&) = delete;
+    CRastelleView& operator=(const CRastelleView&) = delete;
+    FRect DrawnRect(double x, double y, double width, double height) const;
+    void DrawChart(QPainter* painter, const FRect& rect);
+    void DrawOverlays(QPainter* painter);
+    void DrawTool(QPainter* painter);
+    void MapObject(const COverlayObject& object, Mapped& entry);
+    Mapped* FindMapped(const COverlayObject* object);
+    CCachedRastelle& CacheOfCopy(int copy);
+    template <class Handler>
+    COverlayObject* AskObjectsFromTop(double x, double y, double precision_sq, Handler handler);
+    void SetPointer(double x, double y);
+
+    IViewHost* host;
+    double wanted_lat = 999.0; ///< degrees; above 90: none
+    double wanted_lon = 999.0; ///< degrees
+    double wanted_scale = 0.0; ///< nautical miles per screen pixel; 0 keeps level 0
+    double gps_lat = 999.0;    ///< degrees; above 90: no position
+    double gps_lon = 999.0;
+    CViewParams params;
+    FRect screen; ///< of the window, device pixels
+    double centre_x = 0.0;
+    double centre_y = 0.0;
+    int max_level = 3;
+    bool locked_on_gps = false;
+    double gps_anchor_x = 0.0; ///< where the own position stays when locked
+    double gps_anchor_y = 0.0;
+
+    bool touch_down = false;
+    bool dragging = false;
+    bool touch_moved = false;
+    bool has_inertia = false;
+    double pointer_x = 0.0;
+    double pointer_y = 0.0;
+    double press_x = 0.0;
+    double press_y = 0.0;
+    double touch_time = 0.0; ///< GetTimeNow at the last touch-down
+    double velocity_x = 0.0; ///< pixels per tick
+    double velocity_y = 0.0;
+    double smooth_scale = 1.0; ///< stretch of the painted picture about the pointer
+    double pinch_base_scale = 1.0;
+    int pinch_start = 0; ///< squared finger distance; 0: no pinch
+
+    bool opening = false;
+    bool placeholders = false;
+    int repaint_held = 0; ///< above 0 repaints are only noted
+    bool repaint_wanted = false;
+    CPolynomialProjection projection;
+    CWorldWrap wrap;
+    std::unique_ptr<CCachedRastelle> odd_copy; ///< squares of every second repetition of a world chart
+    MappedObjects mapped;
+    unsigned projection_generation = 0;
+    COverlayObject* drag_object = nullptr;
+    std::string last_path;
+    std::string attempted_path;
+};

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "core/geometry.h"
+#include "overlays/view_params.h"
+
+#include <vector>
+
+class CPolynomialProjection;
+
+/// A view's cache for one overlay object: where the object lies on the open chart, and where on the screen. The object
+/// fills it in Map; the vectors keep their capacity from one filling to the next.
+class CMapping {
+public:
+    enum Kind {
+        kNone = 0,
+        kPoints = 1,   ///< separate points, of which the first `count` can be hit
+        kPolyline = 2, ///< one open line through all points
+        kAlways = 4    ///< always hit and always drawn: a route being edited takes taps anywhere
+    };
+
+    FRect bounds;                        ///< chart pixels
+    std::vector<DblPoint> image_points;  ///< chart pixels
+    std::vector<DblPoint> screen_points; ///< device pixels; empty until map_to_screen needs them
+    int kind = kNone;
+    int count = 0;
+    /// Chart pixels for 360 degrees on a chart of the whole world, which repeats sideways; 0 on any other. Set by the
+    /// view before Map.
+    double wrap_width = 0.0;
+
+    CMapping() { clear(); }
+    /// No mapping; the bounds become the inverted extremes. Keeps wrap_width.
+    void clear();
+    /// The rectangle of the image points; without points a zero rectangle.
+    void set_bounds();
+    /// Forgets the screen points: all that a pan or zoom has to do.
+    void move_screen() { screen_points.clear(); }
+    /// Makes the screen points if they are missing and the bounds overlap the view. Returns whether to draw.
+    bool map_to_screen(const CViewParams& params);
+    /// Whether the screen point (x, y) hits, at a squared distance below `radius_squared`.
+    bool HitTest_mapped(float x, float y, double radius_squared) const;
+
+    /// Appends a position (degrees). On a chart of the world the point is placed on that repetition of the chart that
+    /// is nearest to the point before it, so that a line across the chart's edge stays one short line.
+    void AddPosition(const CPolynomialProjection& projection, double lat, double lon);
+};
