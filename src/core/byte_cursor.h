@@ -10,9 +10,7 @@
 /// Failed(), which is asked once at the end.
 class CByteCursor {
 public:
-    explicit CByteCursor(std::span<const std::uint8_t> bytes)
-        : rest(bytes)
-    {}
+    explicit CByteCursor(std::span<const std::uint8_t> bytes) : rest(bytes) {}
 
     std::uint8_t U8() { return Take<std::uint8_t>(); }
     std::uint16_t U16() { return Take<std::uint16_t>(); }

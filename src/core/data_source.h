@@ -12,10 +12,17 @@ public:
         void (*function)(void* user, void* data) = nullptr;
         void* user = nullptr;
         CDataSource* owner = nullptr; ///< null while not attached
+        unsigned called_in = 0;       ///< the walk that called it last: one that reconnects itself is not called twice
 
         void attach(CDataSource& source, void (*call)(void*, void*), void* with, int with_priority);
         void detach();
     };
+
+    CDataSource() = default;
+    CDataSource(const CDataSource&) = delete;
+    CDataSource& operator=(const CDataSource&) = delete;
+    /// Detaches whoever is still attached.
+    ~CDataSource();
 
     /// GPS time minus system time, seconds: every time stamp of the program runs on GPS time.
     static double timestamp_correction;
@@ -29,7 +36,8 @@ public:
 
     bool stop = false; ///< set by a callback: the dispatch in progress ends before the next one
 
-    /// Walks the subscribers safely; `visit(callback&)` answers false to end the walk. Used by Dispatch and the heartbeat.
+    /// Walks the subscribers safely; `visit(callback&)` answers false to end the walk. Used by Dispatch and the
+    /// heartbeat.
     template <class Visit>
     void Walk(Visit visit);
 
@@ -37,9 +45,35 @@ public:
     static void Release(CDataSource* source);
 
 private:
-    struct Cursor; // one walk in progress; detach moves it on
+    /// One walk in progress. A node that is detached while a walk stands on it moves the walk back to its neighbour.
+    struct Cursor {
+        CPrioritizedList::Node* at;
+        Cursor* outer;
+    };
+
+    void Unlink(callback* node);
+
     mutable double timestamp = 0.0; ///< 0.0: not yet taken
     CPrioritizedList subscribers;
     Cursor* walks = nullptr; ///< innermost walk first
     bool released = false;
+    static unsigned last_walk;
 };
+
+template <class Visit>
+void CDataSource::Walk(Visit visit)
+{
+    const unsigned walk = ++last_walk;
+    Cursor cursor{subscribers.end(), walks};
+    walks = &cursor;
+    for (;;) {
+        cursor.at = cursor.at->next;
+        if (subscribers.isEnd(cursor.at)) break;
+        auto& node = *static_cast<callback*>(cursor.at);
+        if (node.called_in == walk) continue;
+        node.called_in = walk;
+        if (!visit(node)) break;
+    }
+    walks = cursor.outer;
+    if (released && walks == nullptr) delete this;
+}

@@ -12,12 +12,7 @@ struct GraphicsColor {
     float alpha = 1.0F;
 
     GraphicsColor() = default;
-    GraphicsColor(float r, float g, float b, float a = 1.0F)
-        : red(r)
-        , green(g)
-        , blue(b)
-        , alpha(a)
-    {}
+    GraphicsColor(float r, float g, float b, float a = 1.0F) : red(r), green(g), blue(b), alpha(a) {}
     /// Reads "#AARRGGBB" or "#RRGGBB"; anything else leaves the colour and answers false.
     bool SetHash(std::string_view text);
     /// "#AARRGGBB", upper case.

@@ -10,7 +10,8 @@
 struct IMessageSink {
     virtual ~IMessageSink() = default;
     /// A message box with one OK button; `done` may be empty.
-    virtual void Show(ZT_HWND parent, const std::string& title, const std::string& text, std::function<void()> done) = 0;
+    virtual void Show(ZT_HWND parent, const std::string& title, const std::string& text,
+                      std::function<void()> done) = 0;
     /// A hint ("Got it!").
     virtual void Hint(ZT_HWND parent, const std::string& text) = 0;
     /// The text at the top of the window; empty hides it.

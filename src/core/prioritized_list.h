@@ -18,6 +18,8 @@ public:
     Node* Dequeue();
     bool empty() const { return sentinel.next == &sentinel; }
     Node* first() { return sentinel.next; }
+    /// The sentinel: it stands before the head and behind the tail.
+    Node* end() { return &sentinel; }
     bool isEnd(const Node* node) const { return node == &sentinel; }
 
 private:

@@ -1,7 +1,8 @@
 #pragma once
 
 /// The local plane of all short-range geometry: metres east (x) and north (y) of an origin, on a sphere on which one
-/// minute of latitude is 1852 m. Longitudes go the short way round the antimeridian; everything stays finite at the poles.
+/// minute of latitude is 1852 m. Longitudes go the short way round the antimeridian; everything stays finite at the
+/// poles.
 class CSimpleGrid {
 public:
     double origin_lat = 0.0; ///< degrees

@@ -30,9 +30,7 @@ class CWorkerThread {
 public:
     class JobData {
     public:
-        explicit JobData(CWorkerThread* owner)
-            : worker(owner)
-        {}
+        explicit JobData(CWorkerThread* owner) : worker(owner) {}
         virtual ~JobData() = default;
         /// Takes a job; false when there is nothing to do. Called with the mutex held.
         virtual bool GetNextJob() = 0;

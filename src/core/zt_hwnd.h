@@ -11,9 +11,7 @@ struct ZT_HWND {
 
     ZT_HWND() = default;
     explicit ZT_HWND(QQuickItem* parent, double origin_x = 0.0, double origin_y = 0.0)
-        : item(parent)
-        , x(origin_x)
-        , y(origin_y)
+        : item(parent), x(origin_x), y(origin_y)
     {}
     bool empty() const { return item == nullptr; }
 };
