@@ -14,7 +14,10 @@ CAutoSave::CAutoSave()
     SetUserDataChangedCallback([this] { NoteChange(); });
 }
 
-CAutoSave::~CAutoSave() { SetUserDataChangedCallback({}); }
+CAutoSave::~CAutoSave()
+{
+    SetUserDataChangedCallback({});
+}
 
 void CAutoSave::NoteChange()
 {

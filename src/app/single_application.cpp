@@ -29,8 +29,7 @@ int TakeLock(const QString& path)
 
 } // namespace
 
-SingleApplication::SingleApplication(int& argc, char** argv, int timeout_ms)
-    : QGuiApplication(argc, argv)
+SingleApplication::SingleApplication(int& argc, char** argv, int timeout_ms) : QGuiApplication(argc, argv)
 {
     const QString folder = PrivateRuntimeFolder();
     if (folder.isEmpty()) return; // nowhere to meet: every start stands for itself

@@ -1,0 +1,68 @@
+#include "app/app_ui_context.h"
+
+#include "app/app_globals.h"
+#include "app/zentara_app_model.h"
+#include "ui/done_button.h"
+
+#include <QQmlApplicationEngine>
+
+CAppUiContext::CAppUiContext()
+{
+    SetUiContext(this);
+    SetViewServices(this);
+    SetMessageSink(&messages);
+}
+
+CAppUiContext::~CAppUiContext()
+{
+    SetMessageSink(nullptr);
+    SetViewServices(nullptr);
+    SetUiContext(nullptr);
+}
+
+QQmlEngine* CAppUiContext::Engine()
+{
+    return theAppEngine;
+}
+
+QQuickItem* CAppUiContext::DialogParent()
+{
+    return theApp != nullptr ? theApp->dialogParent() : nullptr;
+}
+
+void CAppUiContext::stopInactivityTimeout()
+{
+    if (theApp != nullptr) theApp->stopInactivityTimeout();
+}
+
+void CAppUiContext::startInactivityTimeout()
+{
+    if (theApp != nullptr) theApp->startInactivityTimeout();
+}
+
+void CAppUiContext::showHelpForTag(const QString& tag)
+{
+    if (theApp != nullptr) theApp->showHelpForTag(tag);
+}
+
+void CAppUiContext::SetStatusText(const QString& text)
+{
+    if (theApp != nullptr) theApp->SetStatusText(text.toStdString());
+}
+
+void CAppUiContext::SetShowDoneButton(bool shown)
+{
+    if (theApp != nullptr) theApp->SetShowDoneButton(shown);
+}
+
+bool CAppUiContext::UsingTouch() const
+{
+    return theApp != nullptr && theApp->usingTouch();
+}
+
+bool CAppUiContext::InvokeDoneButton()
+{
+    if (theApp == nullptr || !theApp->showDoneButton()) return false;
+    PressDoneButton();
+    return true;
+}
