@@ -9,6 +9,8 @@ Item {
     readonly property bool visibleEnough: interactive_control_opacity > 0.1
     property bool timeoutEnabled: true
     property int fadeDuration: 200
+    property int idleTime: 5000
+    property int fadeOutTime: 3000
 
     function setInteractiveTimer() {
         fadeDuration = 200
@@ -26,10 +28,10 @@ Item {
 
     Timer {
         id: timer
-        interval: 5000
+        interval: fading.idleTime
         onTriggered: {
             if (!fading.timeoutEnabled) return
-            fading.fadeDuration = 3000
+            fading.fadeDuration = fading.fadeOutTime
             controlsIn.stop()
             unlockIn.stop()
             controlsOut.start()

@@ -61,7 +61,7 @@ ApplicationWindow {
 
     COperatingSystem { id: operatingSystem }
 
-    FadingControls { id: controls }
+    FadingControls { id: controls; objectName: "controls" }
 
     CZentaraAppModel {
         id: theApp

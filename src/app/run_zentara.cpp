@@ -10,6 +10,7 @@
 #include "app/quit_on_signals.h"
 #include "app/single_application.h"
 #include "app/zentara_app_model.h"
+#include "chartview/rastelle_view.h"
 #include "core/display_metrics.h"
 #include "core/heartbeat_timer.h"
 #include "core/listener.h"
@@ -21,6 +22,7 @@
 #include <QDir>
 #include <QFontDatabase>
 #include <QIcon>
+#include <QLoggingCategory>
 #include <QQmlApplicationEngine>
 #include <QQuickStyle>
 #include <QQuickWindow>
@@ -31,6 +33,7 @@ QQmlApplicationEngine* theAppEngine = nullptr;
 namespace {
 
 constexpr const char* kMakersDomain = "zentara.example";
+Q_LOGGING_CATEGORY(StartLog, "zentara.start", QtWarningMsg)
 
 /// The hook for platforms that need something before anything else; this one needs that maps are painted on the main
 /// thread, where their views live.
@@ -64,6 +67,18 @@ void TakeScreen(const QQuickWindow& window)
     SetGraphicsResolution(screen->devicePixelRatio());
 }
 
+/// Says once when the map has been painted: what bench/startup waits for.
+void LogFirstFrame(QQuickWindow& window)
+{
+    if (!StartLog().isInfoEnabled()) return;
+    QObject::connect(&window, &QQuickWindow::frameSwapped, theApp, [&window] {
+        const CRastelleView* view = theApp->LargestMap();
+        if (view == nullptr || !view->IsOpen()) return;
+        QObject::disconnect(&window, &QQuickWindow::frameSwapped, theApp, nullptr);
+        qCInfo(StartLog, "first frame of the map");
+    });
+}
+
 /// The window stands: what needs one begins.
 void OnWindowCreated(QQuickWindow& window, const std::vector<std::string>& args)
 {
@@ -77,6 +92,7 @@ void OnWindowCreated(QQuickWindow& window, const std::vector<std::string>& args)
             emit theApp->applicationWillResignActive();
         }
     });
+    LogFirstFrame(window);
     theApp->processCommandLine(args);
 }
 
