@@ -23,8 +23,8 @@ public:
     bool interactive() const { return m_interactive; }
     void setInteractive(bool interactive);
 
-    /// `button` is a Qt::MouseButton: a right press opens the item's menu.
-    Q_INVOKABLE virtual void onPressed(int button, double x, double y);
+    /// `button` is a Qt::MouseButton: a right press opens the item's menu. True when the press was taken.
+    Q_INVOKABLE virtual bool onPressed(int button, double x, double y);
     /// A finger that rests opens it too.
     Q_INVOKABLE virtual void onPressAndHold(int button, double x, double y);
 
