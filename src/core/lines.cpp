@@ -11,7 +11,7 @@ constexpr std::string_view kTrimmed = " \t\n\r";
 /// The next byte, EOF at the end. The end byte is left unread, so that it ends every later read too.
 int NextByte(FILE* file)
 {
-    const int c = std::getc(file);
+    const int c = getc_unlocked(file);
     if (c != kEndByte) return c;
     std::ungetc(c, file);
     return EOF;
