@@ -21,7 +21,8 @@ class CChartScan;
 ///
 /// A scan runs in slices: whoever drives the event loop calls ScanSlice() between events while IsScanning(). During a
 /// repeated scan the list before answers; a question to a list that has never been complete finishes its scan first, so
-/// answers never depend on the slices. Pointers to records hold until the listeners are told.
+/// answers never depend on the slices. FindFile alone does not wait. Pointers to records hold until the listeners are
+/// told.
 class CChartList {
 public:
     using outline_set = std::multiset<CChartOutline>;
@@ -105,12 +106,14 @@ private:
     void FinishScan();
     void EnsureScanned() const;
     const CBoundsIndex& Index() const;
+    std::size_t FirstAtLeast(double scale) const;
+    const CChartOutline* BestOfTypes(double lat, double lon, double scale, bool any_type) const;
+    bool Erase(const CChartOutline* chart);
     void Changed();
-    template <class Take>
-    void ForEachAt(double lat, double lon, Take take) const;
 
     outline_set outlines;
     std::map<std::string, Folder> folders;
+    std::set<std::pair<std::uint64_t, std::uint64_t>> seen; ///< device and inode of the folders in the list
     std::unique_ptr<CChartScan> scan;
     bool complete = false; ///< a scan has ended
     mutable CBoundsIndex index;

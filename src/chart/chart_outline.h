@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <string>
 
+struct IChartBytes;
+
 /// One record of the catalogue: what the head of a chart file says. Main thread only.
 class CChartOutline {
 public:
@@ -15,8 +17,11 @@ public:
     bool Read(const std::string& chart_path);
     /// The same for a file named relative to an open folder, `name` being the last part of `chart_path`.
     bool ReadAt(int folder, const char* name, const std::string& chart_path);
+    /// The same from bytes that stand for the file `chart_path`.
+    bool ReadFrom(IChartBytes& bytes, const std::string& chart_path);
     /// Reads the outline's points into `polygon`; false when they cannot be read.
     bool ReadPolygon() const;
+    bool ReadPolygonFrom(IChartBytes& bytes) const;
 
     /// Positions and areas are tried as they are and once round the world in both directions.
     bool doesContain(double lat, double lon) const;
@@ -48,6 +53,9 @@ public:
     bool fully_downloaded = false; ///< of chunked charts
     CBounds bounds;
     mutable CPolygon polygon; ///< x longitude, y latitude; empty until first needed when the file has an outline
+
+private:
+    bool HasPolygon() const { return !polygon.empty() || ReadPolygon(); }
 };
 
 /// A number that rises with the date in a text: day/month/year (month first where only that can be), year-month-day, a

@@ -33,7 +33,7 @@ struct DIB_square {
     /// The picture for painting, made when needed. Main thread.
     const QPixmap& Pixmap();
     /// Squares of one chart pixel block of 1024 x 1024 have the same key, and keys rise along rows of blocks.
-    std::uint32_t ChunkKey() const;
+    std::int32_t ChunkKey() const;
 
     double x = 0.0; ///< top left corner in level coordinates, a multiple of 256
     double y = 0.0;

@@ -46,9 +46,10 @@ struct square_map {
     Placing set(DIB_square* square);
     /// Whether the square lies in the grid at its level; then marks its cell as being read.
     bool MarkInProgress(const DIB_square& square);
+    /// Whether the square fills a cell of the grid.
+    bool Holds(const DIB_square& square) const;
 
-    /// The coarser square over a cell, null when there is none.
-    DIB_square* Parent(int col, int row) const { return zoomed_in.At(ParentCol(col), ParentRow(row)); }
+    /// Cell of `zoomed_in` over a cell of the grid.
     int ParentCol(int col) const { return ((left + col) >> 1) - (left >> 1); }
     int ParentRow(int row) const { return ((top + row) >> 1) - (top >> 1); }
 

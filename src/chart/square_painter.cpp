@@ -1,0 +1,100 @@
+#include "chart/square_painter.h"
+
+#include "chart/dib_square.h"
+
+#include <QPainter>
+
+namespace {
+
+constexpr int kHalfSide = DIB_square::kSide / 2;
+constexpr int kCellsPerParent = 4;
+
+class GridPainter {
+public:
+    GridPainter(QPainter& to, const square_map& grid, const DblPoint& paint_offset)
+        : painter(to), map(grid), offset(paint_offset)
+    {}
+
+    /// The four cells under the coarser cell (parent_col, parent_row). True when a square stands in for missing data.
+    bool PaintFamily(int parent_col, int parent_row)
+    {
+        DIB_square* parent = map.zoomed_in.At(parent_col, parent_row);
+        const int covered = parent != nullptr ? LastEmpty(parent_col, parent_row) + 1 : 0;
+        bool placeholder = false;
+        for (int i = 0; i < kCellsPerParent; ++i) {
+            int col = 0;
+            int row = 0;
+            if (!CellUnder(parent_col, parent_row, i, col, row)) continue;
+            DIB_square* own = map.squares.At(col, row);
+            placeholder = placeholder || (own != nullptr && own->placeholder);
+            if (i < covered) {
+                DrawQuarter(*parent, i, col, row);
+            } else if (own != nullptr) {
+                painter.drawPixmap(CellOrigin(col, row), own->Pixmap());
+            } else {
+                DrawFiner(col, row);
+            }
+        }
+        return placeholder;
+    }
+
+private:
+    /// Cell number `i` of a family, row by row; false when it lies outside the grid.
+    bool CellUnder(int parent_col, int parent_row, int i, int& col, int& row) const
+    {
+        col = ((map.left >> 1) + parent_col) * 2 + i % 2 - map.left;
+        row = ((map.top >> 1) + parent_row) * 2 + i / 2 - map.top;
+        return map.squares.Has(col, row);
+    }
+
+    int LastEmpty(int parent_col, int parent_row) const
+    {
+        int last = -1;
+        for (int i = 0; i < kCellsPerParent; ++i) {
+            int col = 0;
+            int row = 0;
+            if (CellUnder(parent_col, parent_row, i, col, row) && map.squares.At(col, row) == nullptr) last = i;
+        }
+        return last;
+    }
+
+    QPointF CellOrigin(int col, int row) const
+    {
+        return {offset.x + static_cast<double>(map.left + col) * DIB_square::kSide,
+                offset.y + static_cast<double>(map.top + row) * DIB_square::kSide};
+    }
+
+    void DrawQuarter(DIB_square& parent, int i, int col, int row)
+    {
+        const QRectF source((i % 2) * kHalfSide, (i / 2) * kHalfSide, kHalfSide, kHalfSide);
+        painter.drawPixmap(QRectF(CellOrigin(col, row), QSizeF(DIB_square::kSide, DIB_square::kSide)), parent.Pixmap(),
+                           source);
+    }
+
+    void DrawFiner(int col, int row)
+    {
+        const QRectF source(0, 0, DIB_square::kSide, DIB_square::kSide);
+        for (int i = 0; i < kCellsPerParent; ++i) {
+            DIB_square* finer = map.zoomed_out.At(2 * col + i % 2, 2 * row + i / 2);
+            if (finer == nullptr) continue;
+            const QPointF origin = CellOrigin(col, row) + QPointF((i % 2) * kHalfSide, (i / 2) * kHalfSide);
+            painter.drawPixmap(QRectF(origin, QSizeF(kHalfSide, kHalfSide)), finer->Pixmap(), source);
+        }
+    }
+
+    QPainter& painter;
+    const square_map& map;
+    DblPoint offset;
+};
+
+} // namespace
+
+void PaintSquares(QPainter& painter, const square_map& map, const DblPoint& offset, bool& placeholders)
+{
+    GridPainter grid(painter, map, offset);
+    for (int row = 0; row < map.zoomed_in.rows; ++row) {
+        for (int col = 0; col < map.zoomed_in.cols; ++col) {
+            if (grid.PaintFamily(col, row)) placeholders = true;
+        }
+    }
+}
