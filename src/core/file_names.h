@@ -6,7 +6,8 @@
 
 /// Everything before the last separator; "." when there is none.
 std::string dirname(const std::string& path);
-/// The last part of a path without its extension.
+/// The last part of a path without its extension. (With a plain `const char*` the C library's function of that name is
+/// chosen: pass a std::string.)
 std::string basename(const std::string& path);
 /// The last part of a path.
 std::string filename(const std::string& path);
