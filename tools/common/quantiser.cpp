@@ -1,7 +1,8 @@
 #include "tools/common/quantiser.h"
 
+#include "tools/common/colour_distance.h"
+
 #include <algorithm>
-#include <climits>
 #include <unordered_map>
 
 #include <QPainter>
@@ -16,29 +17,6 @@ struct CCountedColour {
 int ColourPart(std::uint32_t colour, int shift)
 {
     return static_cast<int>((colour >> shift) & 0xFF);
-}
-
-/// How different two colours look: squared, red, green and blue weighted 2 : 4 : 3.
-int ColourDistance(std::uint32_t a, std::uint32_t b)
-{
-    const int red = ColourPart(a, 16) - ColourPart(b, 16);
-    const int green = ColourPart(a, 8) - ColourPart(b, 8);
-    const int blue = ColourPart(a, 0) - ColourPart(b, 0);
-    return 2 * red * red + 4 * green * green + 3 * blue * blue;
-}
-
-std::size_t NearestIn(std::span<const std::uint32_t> palette, std::uint32_t colour)
-{
-    std::size_t nearest = 0;
-    int smallest = INT_MAX;
-    for (std::size_t i = 0; i < palette.size(); ++i) {
-        const int distance = ColourDistance(palette[i], colour);
-        if (distance < smallest) {
-            smallest = distance;
-            nearest = i;
-        }
-    }
-    return nearest;
 }
 
 /// A range of the colours that will share one palette entry.
@@ -170,7 +148,7 @@ CIndexImage QuantiseImage(const QImage& image, int colours)
     std::unordered_map<std::uint32_t, unsigned char> known;
     for (std::size_t i = 0; i < pixels.size(); ++i) {
         const auto [entry, is_new] = known.try_emplace(pixels[i], 0);
-        if (is_new) entry->second = static_cast<unsigned char>(NearestIn(out.palette, pixels[i]));
+        if (is_new) entry->second = static_cast<unsigned char>(NearestColour(out.palette, pixels[i]));
         out.indices[i] = entry->second;
     }
     return out;
