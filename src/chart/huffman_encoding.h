@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <memory>
 #include <span>
@@ -17,10 +16,13 @@
 /// 2, 4 or 8 bits, highest first, that add to a run of 2, 6 or 22 pixels.
 class CHuffmanEncoding {
 public:
+    CHuffmanEncoding();
+    ~CHuffmanEncoding();
+
     static constexpr unsigned kLongestRun = 277;
     static constexpr unsigned kMostWords = 10000000; ///< of a word form, and most pixels
     /// Bytes that encode() needs at most for `count` pixels, and words for encode_run().
-    static std::size_t MostBytes(int count) { return 1024 + 16 * static_cast<std::size_t>(count); }
+    static std::size_t MostBytes(int count) { return 1024 + static_cast<std::size_t>(count); }
     static std::size_t MostRunWords(int count) { return 2048 + static_cast<std::size_t>(count); }
 
     /// Decodes `count` pixels of a byte form that ends no later than the span. A tree or bits that run out, and a
@@ -41,15 +43,17 @@ public:
 private:
     struct Node;
     struct Code {
-        std::array<std::uint64_t, 4> bits; ///< first decision in bit 0
-        unsigned length;
+        std::uint64_t bits = 0; ///< first decision in bit 0
+        unsigned length = 0;    ///< below 48, since the counts of a tree grow as Fibonacci numbers at least
     };
+    static constexpr std::size_t kSymbols = 1024;
 
-    void BuildTree(const std::vector<std::uint32_t>& counts);
+    void BuildTree(std::span<const std::uint32_t, kSymbols> counts);
     void LayOutCodes(const Node& node, Code path);
+    void FindRuns(const unsigned char* data, int count);
 
     std::unique_ptr<Node> root;
-    std::vector<Code> codes;
+    std::vector<Code> codes; ///< by symbol
     std::vector<std::uint16_t> run_symbols;
     std::vector<std::uint16_t> run_lengths;
 };

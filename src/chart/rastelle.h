@@ -86,8 +86,11 @@ public:
     class BlockReader {
     public:
         explicit BlockReader(CRastelle& chart_to_read) : chart(chart_to_read) {}
-        /// As get_addr. Blocks of the first view need no lock and hold until Close.
+        /// As get_addr. Bytes of the first view need no lock and hold until Close; others until the next call that
+        /// moves the view.
         std::span<const std::uint8_t> Bytes(std::uint64_t position);
+        /// Whether Bytes(position) would end the life of what earlier calls have given.
+        bool MovesView(std::uint64_t position) const;
 
     private:
         CRastelle& chart;
@@ -121,6 +124,8 @@ public:
     /// A block that is not Huffman-coded, one-colour or empty: tags 0x81 to 0xFF; returns the pixels written.
     static int ReadBlock_bitmap(std::span<const std::uint8_t> block, int rows, unsigned char* out);
 
+    /// What is said about a chart of the RL2 family.
+    static const char* const kRL2Message;
     /// Stored row p of a tile holds image row bitrev[p], the 6-bit reversal of p; its own inverse.
     static const unsigned char bitrev[64];
 
@@ -139,7 +144,6 @@ public:
     CRastelleDownloadRecord download = {};
 
 protected:
-    std::uint64_t FileSize() const { return file_size; }
     /// Tile pointer of a flat chart; the tile lies on the chart.
     std::uint32_t TilePointer(int x, int y) const;
 
@@ -151,8 +155,11 @@ private:
     void LoadExtendedBlock();
     void LoadPalette();
     void LoadDatumShift();
+    int ReadReduced(int x, int y, int w, int h, int stride, int level, unsigned int* dest, ThreadDataForRead* thread);
+    int ReadMagnified(int x, int y, int w, int h, int stride, int power, unsigned int* dest, ThreadDataForRead* thread);
     template <class T>
     bool CopyFrom(std::uint64_t position, T& out, std::size_t bytes = sizeof(T));
+    void AddOutline(CPolygon& polygon);
     std::span<const std::uint8_t> BaseBytes(std::uint64_t position) const;
     std::span<const std::uint8_t> HighBytes(std::uint64_t position);
 

@@ -1,0 +1,236 @@
+#include "chart/plain_decoder.h"
+
+#include "chart/rastelle.h"
+
+#include <algorithm>
+#include <cstring>
+#include <optional>
+
+namespace {
+
+/// One byte-form pixel: descends from the root, taking bits from `bit` on; nothing when tree or bits run out.
+std::optional<std::uint8_t> DescendTree(std::span<const std::uint8_t> tree, std::size_t& bit)
+{
+    const std::size_t end = tree.size() * 8;
+    std::size_t offset = 0;
+    for (int depth = 0; depth <= kDeepestCode; ++depth) {
+        const HuffmanNode node = HuffmanNodeAt(tree, offset);
+        if (node.kind == HuffmanNode::Kind::leaf) return node.pixel;
+        if (node.kind == HuffmanNode::Kind::bad || bit >= end) return {};
+        offset = (tree[bit / 8] >> bit % 8 & 1) != 0 ? node.right : node.left;
+        ++bit;
+    }
+    return {};
+}
+
+/// Reads a word-form stream: nodes in 16-bit halves, then bits.
+class RunStream {
+public:
+    RunStream(const unsigned int* stream, unsigned int word_count)
+        : words(stream)
+        , node_count(2 * (stream[0] - 1))
+        , bit(32 * std::uint64_t{stream[0]})
+        , bit_end(32 * std::uint64_t{word_count})
+    {}
+
+    std::optional<unsigned> Symbol()
+    {
+        std::uint32_t index = 0;
+        while (index < node_count) {
+            const int node = Node(index);
+            if (node >= 0) return static_cast<unsigned>(node);
+            const auto decision = Bit();
+            if (!decision) return {};
+            index += *decision != 0 ? 1 + static_cast<std::uint32_t>(-node) : 1;
+        }
+        return {};
+    }
+    std::optional<unsigned> RunLength(unsigned run_class)
+    {
+        constexpr unsigned kBase[4] = {1, 2, 6, 22};
+        unsigned value = 0;
+        for (int i = run_class == 0 ? 0 : 1 << run_class; i > 0; --i) {
+            const auto next = Bit();
+            if (!next) return {};
+            value = value << 1 | *next;
+        }
+        return kBase[run_class] + value;
+    }
+    const unsigned int* Position() const { return words + (bit + 31) / 32; }
+
+private:
+    int Node(std::uint32_t index) const
+    {
+        return static_cast<std::int16_t>(words[1 + index / 2] >> (index % 2 != 0 ? 16 : 0) & 0xFFFF);
+    }
+    std::optional<unsigned> Bit()
+    {
+        if (bit >= bit_end) return {};
+        const unsigned value = words[bit / 32] >> bit % 32 & 1;
+        ++bit;
+        return value;
+    }
+
+    const unsigned int* words;
+    std::uint32_t node_count;
+    std::uint64_t bit;
+    std::uint64_t bit_end;
+};
+
+bool ListHolds(std::span<const std::uint8_t> list, unsigned code, std::uint8_t& index)
+{
+    index = code < list.size() ? list[code] : 0; // a code that the list does not have
+    return index < kPaletteSize;
+}
+
+} // namespace
+
+std::size_t HuffmanBitsBegin(std::span<const std::uint8_t> tree)
+{
+    std::size_t offset = 0;
+    for (int depth = 0; depth <= kDeepestCode; ++depth) {
+        const HuffmanNode node = HuffmanNodeAt(tree, offset);
+        if (node.kind == HuffmanNode::Kind::leaf) return offset + 1;
+        if (node.kind == HuffmanNode::Kind::bad) break;
+        offset = node.right;
+    }
+    return tree.size();
+}
+
+std::size_t PlainHuffmanFrom(std::span<const std::uint8_t> tree, std::size_t bit, unsigned char* out, int count)
+{
+    for (int i = 0; i < count; ++i) {
+        const auto pixel = DescendTree(tree, bit);
+        if (!pixel) {
+            std::memset(out + i, 0, static_cast<std::size_t>(count - i));
+            break;
+        }
+        out[i] = *pixel;
+    }
+    return bit;
+}
+
+std::size_t PlainHuffman(std::span<const std::uint8_t> tree, unsigned char* out, int count)
+{
+    return (PlainHuffmanFrom(tree, HuffmanBitsBegin(tree) * 8, out, count) + 7) / 8;
+}
+
+const unsigned int* PlainDecodeRun(const unsigned int* words, unsigned int word_count, unsigned char* out,
+                                   unsigned int count)
+{
+    constexpr unsigned kMost = 10000000;
+    if (words == nullptr || word_count < 1 || word_count > kMost || count < 1 || count > kMost) return nullptr;
+    if (words[0] < 1 || words[0] >= word_count) return nullptr;
+    RunStream stream(words, word_count);
+    while (count > 0) {
+        const auto symbol = stream.Symbol();
+        if (!symbol) return nullptr;
+        const auto run = stream.RunLength(*symbol >> 8 & 3);
+        if (!run) return nullptr;
+        const unsigned length = std::min(*run, count);
+        std::memset(out, static_cast<int>(*symbol & 0x7F), length);
+        out += length;
+        count -= length;
+    }
+    return stream.Position();
+}
+
+int CodeWidth(int colours)
+{
+    if (colours == 1) return 0;
+    int width = 1;
+    while (1 << width < colours) ++width;
+    return width;
+}
+
+void PlainRunLength(std::span<const std::uint8_t> block, unsigned char* out, int count)
+{
+    std::memset(out, 0, static_cast<std::size_t>(count));
+    const std::size_t colours = block[0];
+    if (block.size() < 1 + colours) return;
+    const auto list = block.subspan(1, colours);
+    const int width = CodeWidth(static_cast<int>(colours));
+    for (const std::uint8_t code : block.subspan(1 + colours)) {
+        if (count <= 0) return;
+        std::uint8_t index;
+        if (!ListHolds(list, code & ((1U << width) - 1), index)) return;
+        const int length = std::min(code >> width, count);
+        std::memset(out, index, static_cast<std::size_t>(length));
+        out += length;
+        count -= length;
+    }
+}
+
+void PlainBitPacked(std::span<const std::uint8_t> block, unsigned char* out, int count)
+{
+    std::memset(out, 0, static_cast<std::size_t>(count));
+    const std::size_t colours = 256 - block[0];
+    if (block.size() < 1 + colours) return;
+    const auto list = block.subspan(1, colours);
+    const int width = CodeWidth(static_cast<int>(colours));
+    auto packed = block.subspan(1 + colours);
+    while (count > 0 && packed.size() >= 4) {
+        std::uint32_t word;
+        std::memcpy(&word, packed.data(), sizeof(word));
+        packed = packed.subspan(sizeof(word));
+        for (int i = 0; i < 32 / width && count > 0; ++i) {
+            if (!ListHolds(list, word & ((1U << width) - 1), *out)) {
+                *out = 0;
+                return;
+            }
+            ++out;
+            --count;
+            word >>= width;
+        }
+    }
+}
+
+void PlainUnpackBlock(std::span<const std::uint8_t> block, unsigned char* out, int rows, bool& placeholder)
+{
+    const int count = rows * kTileSide;
+    const auto fill = [&](std::uint8_t index) { std::memset(out, index, static_cast<std::size_t>(count)); };
+    if (block.empty()) return fill(0);
+    const std::uint8_t tag = block[0];
+    if (tag == 0x00) {
+        PlainHuffman(block.subspan(1), out, count);
+    } else if (tag < 0x80) {
+        PlainRunLength(block, out, count);
+    } else if (tag == 0x80) {
+        placeholder = true;
+        fill(FillIndex(block, 3));
+    } else if (tag == 0xFF) {
+        fill(FillIndex(block, 1));
+    } else {
+        PlainBitPacked(block, out, count);
+    }
+}
+
+void PlainColourTile(const unsigned char* tile, const std::uint32_t* palette, std::uint32_t* dest, int stride)
+{
+    for (int row = 0; row < kTileSide; ++row) {
+        const unsigned char* from = tile + CRastelle::bitrev[row] * kTileSide;
+        std::uint32_t* to = dest + static_cast<std::ptrdiff_t>(row) * stride;
+        for (int column = 0; column < kTileSide; ++column) to[column] = palette[from[column] & 0x7F];
+    }
+}
+
+void PlainReduceTile(const unsigned char* tile, int level, const std::uint8_t* matrix, const std::uint32_t* palette,
+                     std::uint32_t* dest, int stride)
+{
+    constexpr unsigned kMatrixMask = kPaletteSize * kPaletteSize - 1;
+    const auto mix = [matrix](unsigned a, unsigned b) -> unsigned {
+        return matrix[(a * kPaletteSize + b) & kMatrixMask];
+    };
+    const int side = kTileSide >> level;
+    const int step = 1 << level;
+    const int half = step / 2;
+    for (int row = 0; row < side; ++row) {
+        const unsigned char* a = tile + (CRastelle::bitrev[2 * row] >> (level - 1)) * kTileSide;
+        const unsigned char* b = tile + (CRastelle::bitrev[2 * row + 1] >> (level - 1)) * kTileSide;
+        for (int column = 0; column < side; ++column) {
+            const int i = column * step;
+            const unsigned index = mix(mix(a[i], b[i + half]), mix(b[i], a[i + half]));
+            dest[static_cast<std::ptrdiff_t>(row) * stride + column] = palette[index < kPaletteSize ? index : 0];
+        }
+    }
+}
