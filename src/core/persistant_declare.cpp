@@ -38,10 +38,11 @@ void DeclareStrings(CAttributes& map, bool saving, const std::string& key, Strin
         for (int i = 0; i < count; ++i) values.insert(values.end(), map.GetNumbered(key, i));
         return;
     }
+    const int former = ListLength(map, count_key);
     int index = 0;
     map.SetIntD(count_key, static_cast<int>(values.size()));
     for (const std::string& value : values) map.SetNumbered(key, index++, value);
-    for (; map.Has(CAttributes::NumberedKey(key, index)); ++index) map.Clear(CAttributes::NumberedKey(key, index));
+    for (; index < former; ++index) map.Clear(CAttributes::NumberedKey(key, index));
 }
 
 } // namespace

@@ -186,10 +186,21 @@ TEST(Numbers, IntegersAre32BitPatterns)
 
 TEST(Numbers, DoNotFollowTheLocale)
 {
-    if (std::setlocale(LC_ALL, "de_DE.UTF-8") == nullptr) GTEST_SKIP() << "no locale with a decimal comma here";
+    const CTemporaryRoot root;
+    const std::string before = std::setlocale(LC_ALL, nullptr);
+    if (std::setlocale(LC_ALL, "de_DE.UTF-8") == nullptr) {
+        const std::string make = "localedef -i de_DE -f UTF-8 '" + root.file("de_DE.UTF-8") + "' 2>/dev/null";
+        setenv("LOCPATH", root.path().c_str(), 1);
+        if (std::system(make.c_str()) != 0 || std::setlocale(LC_ALL, "de_DE.UTF-8") == nullptr)
+            GTEST_SKIP() << "no locale with a decimal comma can be had here";
+    }
+    char comma[8];
+    std::snprintf(comma, sizeof comma, "%.1f", 1.5);
+    EXPECT_STREQ(comma, "1,5") << "else the test tells nothing";
     const std::string written = stringprintf("%.2f", 1.25);
     const auto read = ParseDouble("5130.123");
-    std::setlocale(LC_ALL, "C");
+    std::setlocale(LC_ALL, before.c_str());
+    unsetenv("LOCPATH");
     EXPECT_EQ(written, "1.25");
     EXPECT_EQ(read, 5130.123);
 }
