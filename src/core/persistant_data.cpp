@@ -7,7 +7,7 @@
 
 #include <filesystem>
 
-constinit std::string PersistantData::appname;
+std::string PersistantData::appname;
 constinit PersistantData* PersistantData::global_list = nullptr;
 constinit CAttributes* PersistantData::patt = nullptr;
 constinit bool PersistantData::s_saving = false;

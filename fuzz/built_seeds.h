@@ -1,0 +1,28 @@
+#pragma once
+
+#include "core/files.h"
+#include "core/folders.h"
+
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+/// Starts the fuzzer from inputs that the project's own builders made, besides those of its corpus folders. To be
+/// called from LLVMFuzzerInitialize; the files are gone at the end.
+inline void AddBuiltSeeds(int* argc, char*** argv, const std::vector<std::string>& seeds)
+{
+    static std::string folder = "/tmp/zentara-seeds-XXXXXX";
+    if (mkdtemp(folder.data()) == nullptr) return;
+    std::atexit([] { deleteDirectorySingleLevel(folder); });
+    static std::string argument = "-seed_inputs=";
+    for (const std::string& seed : seeds) {
+        const std::string path = add_folder(folder, std::to_string(&seed - seeds.data()).c_str());
+        write_to_file(path, seed);
+        argument += (argument.back() == '=' ? "" : ",") + path;
+    }
+    static std::vector<char*> arguments(*argv, *argv + *argc);
+    arguments.insert(arguments.begin() + 1, argument.data());
+    arguments.push_back(nullptr);
+    *argc = static_cast<int>(arguments.size()) - 1;
+    *argv = arguments.data();
+}
