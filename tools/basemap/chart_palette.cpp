@@ -31,8 +31,7 @@ QRgb Between(QRgb from, QRgb to, int part, int parts)
 
 } // namespace
 
-CChartPalette::CChartPalette()
-    : table(1U << 18)
+CChartPalette::CChartPalette() : table(1U << 18)
 {
     for (const QRgb first : {kSea, kOutside}) AddRamp(first, first, 0);
     for (const CRamp& ramp : kRamps) {

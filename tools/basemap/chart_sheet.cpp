@@ -54,10 +54,7 @@ bool ReadSheetPlans(const std::string& path, std::vector<CSheetPlan>& out, std::
     return true;
 }
 
-CChartSheet::CChartSheet(const CSheetPlan& planned)
-    : plan(planned)
-    , world(planned.IsWorld())
-    , west(planned.west)
+CChartSheet::CChartSheet(const CSheetPlan& planned) : plan(planned), world(planned.IsWorld()), west(planned.west)
 {
     const double middle = world ? 0.0 : (plan.south + plan.north) / 2;
     per_degree = kMetresPerDegree * std::cos(middle * kRadians) / (plan.scale * kPixelMetres);

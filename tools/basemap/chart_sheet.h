@@ -8,13 +8,13 @@
 
 /// One chart that the build renders, a row of the list of charts.
 struct CSheetPlan {
-    std::string name;   ///< of the file, without folder and extension
+    std::string name; ///< of the file, without folder and extension
     std::string title;
     double scale = 0.0; ///< N of the scale 1:N at the middle latitude (a world chart: at the equator)
     double south = 0.0; ///< degrees
     double north = 0.0;
     double west = 0.0;
-    double east = 0.0;  ///< above 180 for a chart over the date line
+    double east = 0.0; ///< above 180 for a chart over the date line
 
     bool IsWorld() const { return east - west >= 360.0; }
 };
@@ -24,9 +24,9 @@ bool ReadSheetPlans(const std::string& path, std::vector<CSheetPlan>& out, std::
 
 /// How a planned chart lies on its pixels: whole tiles that cover the planned limits.
 ///
-/// Regional charts are Mercator. No cubic follows Mercator over a hemisphere, so a world chart has parallels at the height
-/// phi + phi^3 / 8 (phi in radians), which a cubic tells exactly and which comes close to Miller's
-/// cylindrical projection.
+/// Regional charts are Mercator. No cubic follows Mercator over a hemisphere, so a world chart has parallels at the
+/// height phi + phi^3 / 8 (phi in radians), which a cubic tells exactly and which comes close to Miller's cylindrical
+/// projection.
 class CChartSheet {
 public:
     /// Metres that a pixel measures on the screen, for the scale 1:N (0.28 mm, the standard pixel of OGC 06-042).
@@ -34,8 +34,8 @@ public:
 
     explicit CChartSheet(const CSheetPlan& plan);
 
-    int Width() const { return width; }   ///< pixels, a multiple of the tile's side
-    int Height() const { return height; } ///< pixels
+    int Width() const { return width; }                   ///< pixels, a multiple of the tile's side
+    int Height() const { return height; }                 ///< pixels
     double PixelsPerDegree() const { return per_degree; } ///< of longitude
     /// log2 of the world's width in units of 256 pixels.
     double Zoom() const;

@@ -6,8 +6,8 @@
 
 using CPixelLine = std::vector<DblPoint>; ///< vertices in chart pixels
 
-/// The part of a closed ring inside `rect` (Sutherland and Hodgman 1974). Where the ring leaves the rectangle the result runs
-/// along its edge; the turning direction is kept. Empty when nothing is inside.
+/// The part of a closed ring inside `rect` (Sutherland and Hodgman 1974). Where the ring leaves the rectangle the
+/// result runs along its edge; the turning direction is kept. Empty when nothing is inside.
 CPixelLine ClipRing(const CPixelLine& ring, const FRect& rect);
 /// Appends the runs of an open line whose segments touch `rect`, each cut after at most `longest` segments (the next
 /// begins at the last vertex), so that a band can pass over those that do not touch it.

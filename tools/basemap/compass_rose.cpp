@@ -114,7 +114,8 @@ void DrawCompassRoses(const CChartSheet& sheet, const CLandMask& land, CSheetMar
             if (!place) continue;
             DrawRose(radius, *place, marks);
             const double reach = radius + 8;
-            space.Take(QRectF(place->x() - reach, place->y() - reach - radius * 0.25, 2 * reach, 2 * reach + radius * 0.25));
+            space.Take(
+                QRectF(place->x() - reach, place->y() - reach - radius * 0.25, 2 * reach, 2 * reach + radius * 0.25));
         }
     }
 }

@@ -5,7 +5,7 @@
 namespace {
 
 constexpr double kSteps[] = {1.0 / 12, 1.0 / 6, 0.25, 0.5, 1, 2, 5, 10, 15, 30}; // degrees
-constexpr double kLeastDistance = 215.0;                                        // pixels between meridians
+constexpr double kLeastDistance = 215.0;                                         // pixels between meridians
 
 QString AngleText(double degrees, char positive, char negative)
 {

@@ -8,10 +8,10 @@
 
 namespace {
 
-constexpr double kGap = 3.0;            // pixels kept free around a name
-constexpr double kGreatSeas = 1.5;      // prominence from which a sea is set before the roses
-constexpr double kTooLarge = 7.5;       // prominence at which a name means more than the chart shows
-constexpr double kMostShore = 0.45;     // share of land under the name of a sea
+constexpr double kGap = 3.0;        // pixels kept free around a name
+constexpr double kGreatSeas = 1.5;  // prominence from which a sea is set before the roses
+constexpr double kTooLarge = 7.5;   // prominence at which a name means more than the chart shows
+constexpr double kMostShore = 0.45; // share of land under the name of a sea
 
 /// How the names of a kind look at a prominence (zoom levels beyond the one from which they are worth showing).
 CLettering LetteringOf(PlaceKind kind, double prominence)
@@ -55,11 +55,15 @@ QRgb ColourOf(PlaceKind kind)
 {
     switch (kind) {
     case PlaceKind::sea:
-    case PlaceKind::lake: return chart_colours::kSeaText;
-    case PlaceKind::country: return chart_colours::kCountryText;
+    case PlaceKind::lake:
+        return chart_colours::kSeaText;
+    case PlaceKind::country:
+        return chart_colours::kCountryText;
     case PlaceKind::island:
-    case PlaceKind::cape: return chart_colours::kCapeText;
-    case PlaceKind::town: break;
+    case PlaceKind::cape:
+        return chart_colours::kCapeText;
+    case PlaceKind::town:
+        break;
     }
     return chart_colours::kText;
 }
@@ -77,12 +81,18 @@ QColor HaloOf(PlaceKind kind)
 double Precedence(PlaceKind kind)
 {
     switch (kind) {
-    case PlaceKind::country: return 2.5;
-    case PlaceKind::sea: return 0.6;
-    case PlaceKind::island: return 0.5;
-    case PlaceKind::lake: return 0.0;
-    case PlaceKind::town: return 0.2;
-    case PlaceKind::cape: break;
+    case PlaceKind::country:
+        return 2.5;
+    case PlaceKind::sea:
+        return 0.6;
+    case PlaceKind::island:
+        return 0.5;
+    case PlaceKind::lake:
+        return 0.0;
+    case PlaceKind::town:
+        return 0.2;
+    case PlaceKind::cape:
+        break;
     }
     return -0.4;
 }
@@ -98,10 +108,7 @@ struct CLabelLayout::CName {
 
 CLabelLayout::CLabelLayout(const CChartSheet& on_sheet, const CLandMask& its_land, CSheetMarks& into,
                            CFreeSpace& its_space)
-    : sheet(on_sheet)
-    , land(its_land)
-    , marks(into)
-    , space(its_space)
+    : sheet(on_sheet), land(its_land), marks(into), space(its_space)
 {}
 
 std::vector<CLabelLayout::CName> CLabelLayout::Choose(const std::vector<CPlace>& places, bool great_seas) const
@@ -111,7 +118,8 @@ std::vector<CLabelLayout::CName> CLabelLayout::Choose(const std::vector<CPlace>&
         const bool early = place.kind == PlaceKind::country || (place.kind == PlaceKind::sea && place.rank == 0);
         const double prominence = sheet.Zoom() - (place.rank + (early ? 1 : 2)) + 0.35;
         const bool great = place.kind == PlaceKind::sea && prominence >= kGreatSeas;
-        if (prominence < 0.0 || great != great_seas || (place.kind != PlaceKind::town && prominence > kTooLarge)) continue;
+        if (prominence < 0.0 || great != great_seas || (place.kind != PlaceKind::town && prominence > kTooLarge))
+            continue;
         for (const double turn : {-360.0, 0.0, 360.0}) {
             const CName name{&place, prominence, sheet.XAt(place.lon + turn), sheet.YAt(place.lat)};
             if (name.x > 0 && name.x < sheet.Width() && name.y > 0 && name.y < sheet.Height()) names.push_back(name);
@@ -151,8 +159,7 @@ void CLabelLayout::SetNames(const std::vector<CPlace>& places)
 bool CLabelLayout::SetArea(const CName& name)
 {
     const PlaceKind kind = name.place->kind;
-    const QPainterPath outline =
-        LetteringOf(kind, name.prominence).Outline(QString::fromStdString(name.place->name));
+    const QPainterPath outline = LetteringOf(kind, name.prominence).Outline(QString::fromStdString(name.place->name));
     const QRectF box = outline.boundingRect().adjusted(-kGap, -kGap, kGap, kGap);
     const double size_px = std::max(name.place->size_nm / 60.0 * sheet.PixelsPerDegree(), 20.0);
     const double step_x = std::min(size_px * 0.25, box.width() * 0.4);
@@ -183,7 +190,10 @@ bool CLabelLayout::SetArea(const CName& name)
 bool CLabelLayout::SetPoint(const CName& name)
 {
     const bool dotted = name.place->kind == PlaceKind::town;
-    const double radius = !dotted ? 0.0 : name.place->population >= 1000000 ? 3.4 : name.place->population >= 100000 ? 2.8 : 2.2;
+    const double radius = !dotted                             ? 0.0
+                          : name.place->population >= 1000000 ? 3.4
+                          : name.place->population >= 100000  ? 2.8
+                                                              : 2.2;
     const QRectF dot(name.x - radius - 1, name.y - radius - 1, 2 * radius + 2, 2 * radius + 2);
     if (dotted && !space.IsFree(dot)) return false;
     const QPainterPath outline =
@@ -192,8 +202,9 @@ bool CLabelLayout::SetPoint(const CName& name)
     const double dx = box.width() / 2 + radius + 4;
     const double dy = box.height() / 2 + radius + 4;
     const double corner = 0.72; // a little under the name's middle, so that its corner meets the dot
-    const QPointF offsets[] = {{dx, 0},           {-dx, 0},           {dx, -dy * corner}, {dx, dy * corner},
-                               {-dx, -dy * corner}, {-dx, dy * corner}, {0, -dy},           {0, dy}};
+    const QPointF offsets[] = {
+        {dx, 0},  {-dx, 0}, {dx, -dy * corner}, {dx, dy * corner}, {-dx, -dy * corner}, {-dx, dy * corner},
+        {0, -dy}, {0, dy}};
     double best_cost = 1e300;
     QPointF best;
     double preference = 0.0;

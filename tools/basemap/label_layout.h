@@ -8,8 +8,8 @@
 
 #include <vector>
 
-/// Sets the names of one chart: the important ones first, each where it covers nothing that is set already and crosses as
-/// little shore as may be; what finds no place is left out.
+/// Sets the names of one chart: the important ones first, each where it covers nothing that is set already and crosses
+/// as little shore as may be; what finds no place is left out.
 class CLabelLayout {
 public:
     CLabelLayout(const CChartSheet& sheet, const CLandMask& land, CSheetMarks& marks, CFreeSpace& space);

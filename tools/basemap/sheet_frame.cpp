@@ -43,7 +43,8 @@ private:
     void Rectangle(double left, double upper, double right, double lower, QRgb colour)
     {
         QPainterPath path;
-        path.addRect(QRectF(QPointF(std::round(left), std::round(upper)), QPointF(std::round(right), std::round(lower))));
+        path.addRect(
+            QRectF(QPointF(std::round(left), std::round(upper)), QPointF(std::round(right), std::round(lower))));
         marks.Add(path, QColor(colour));
     }
 
@@ -135,8 +136,8 @@ private:
         plain.size_px = kTextSize;
         CLettering bold = plain;
         bold.weight = QFont::Medium;
-        const QString middle = sheet.plan.IsWorld() ? QStringLiteral("on the equator")
-                                                    : QStringLiteral("in ") + MiddleLatitude();
+        const QString middle =
+            sheet.plan.IsWorld() ? QStringLiteral("on the equator") : QStringLiteral("in ") + MiddleLatitude();
         const QString title = QString::fromStdString(sheet.plan.title) + QStringLiteral("   ") +
                               CSheetFrame::ScaleText(sheet) + QLatin1Char(' ') + middle;
         const QPainterPath left = bold.Outline(title);

@@ -63,7 +63,8 @@ bool IsCut(const DblPoint& a, const DblPoint& b)
 }
 
 /// The ring's edges without those that only close a cut.
-void AddShore(const CProjector& projector, const std::vector<DblPoint>& ring, const CPixelLine& pixels, CSheetLines& shore)
+void AddShore(const CProjector& projector, const std::vector<DblPoint>& ring, const CPixelLine& pixels,
+              CSheetLines& shore)
 {
     CPixelLine run;
     for (std::size_t i = 0; i < ring.size(); ++i) {

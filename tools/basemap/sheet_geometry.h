@@ -24,8 +24,8 @@ struct CSheetLines {
     void FindBounds();
 };
 
-/// The world's shapes on the pixels of one chart: projected, thinned out and clipped to the chart. Only shapes that matter at
-/// the chart's zoom are in it.
+/// The world's shapes on the pixels of one chart: projected, thinned out and clipped to the chart. Only shapes that
+/// matter at the chart's zoom are in it.
 struct CSheetGeometry {
     CSheetGeometry(const CChartSheet& sheet, const CWorldData& data);
 

@@ -20,8 +20,7 @@ bool Unpack(const std::string& path, std::string& text)
 /// The words of a vector file, one after the other.
 class CWords {
 public:
-    explicit CWords(const std::string& text)
-        : at(text.c_str())
+    explicit CWords(const std::string& text) : at(text.c_str())
     {
         while (*at == '#') SkipLine();
     }
@@ -56,7 +55,8 @@ private:
     }
     void SkipLine()
     {
-        while (*at != '\0' && *at++ != '\n') {}
+        while (*at != '\0' && *at++ != '\n') {
+        }
     }
 
     const char* at;

@@ -8,7 +8,7 @@
 
 /// One area (outer ring and holes, closed) or one open line; vertices are (longitude, latitude), degrees.
 struct CWorldShape {
-    float min_zoom = 0.0F; ///< drawn from this zoom on; at zoom z the world is 256 * 2^z pixels wide
+    float min_zoom = 0.0F;  ///< drawn from this zoom on; at zoom z the world is 256 * 2^z pixels wide
     bool antarctic = false; ///< land that is nearly all under ice
     CBounds bounds;
     std::vector<std::vector<DblPoint>> parts;

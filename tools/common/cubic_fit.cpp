@@ -22,7 +22,7 @@ struct CCubicPairs {
     CCubic to_lat{}, to_lon{}; ///< from (x, y)
 };
 
-CAxisScale AxisOf(const std::vector<CControlPoint>& points, double CControlPoint::* field)
+CAxisScale AxisOf(const std::vector<CControlPoint>& points, double CControlPoint::*field)
 {
     double low = points.front().*field;
     double high = low;

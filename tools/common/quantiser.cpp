@@ -26,8 +26,7 @@ struct CBox {
     int longest_shift = 0; ///< of the part with the greatest spread
     int spread = 0;
 
-    explicit CBox(std::span<CCountedColour> range)
-        : colours(range)
+    explicit CBox(std::span<CCountedColour> range) : colours(range)
     {
         for (const CCountedColour& c : colours) population += c.count;
         for (const int shift : {16, 8, 0}) {

@@ -16,12 +16,11 @@ struct CIndexImage {
     std::vector<unsigned char> indices;
 };
 
-/// Brings a picture to at most `colours` (1 to kPaletteSize) colours. One that has an index palette of that size, or uses no
-/// more colours, keeps all of them exactly, an index picture its indices too; any other gets a median-cut palette and the
-/// nearest colour for each pixel, without dithering. Transparent parts count as laid over white.
+/// Brings a picture to at most `colours` (1 to kPaletteSize) colours. One that has an index palette of that size, or
+/// uses no more colours, keeps all of them exactly, an index picture its indices too; any other gets a median-cut
+/// palette and the nearest colour for each pixel, without dithering. Transparent parts count as laid over white.
 CIndexImage QuantiseImage(const QImage& image, int colours = kPaletteSize);
 
 /// A palette of at most `colours` for the given colours (0xRRGGBB), each counted once for each time it stands there, by
 /// median cut: the box with the greatest spread times population is halved until there are enough.
 std::vector<std::uint32_t> MedianCutPalette(std::span<const std::uint32_t> pixels, int colours);
-
