@@ -1,18 +1,41 @@
 #include "chart/instruction_set.h"
 
+#include <algorithm>
+#ifdef __x86_64__
+#include <cpuid.h>
+#endif
+
 namespace {
+
+#ifdef __x86_64__
+/// Without it the instruction would silently do something else.
+bool HasLeadingZeroCount()
+{
+    constexpr unsigned kExtendedFeatures = 0x80000001;
+    constexpr unsigned kLzcnt = 1U << 5;
+    unsigned eax, ebx, ecx = 0, edx;
+    return __get_cpuid(kExtendedFeatures, &eax, &ebx, &ecx, &edx) != 0 && (ecx & kLzcnt) != 0;
+}
+#endif
 
 InstructionSet BestInstructionSet()
 {
 #ifdef __x86_64__
     __builtin_cpu_init();
-    if (__builtin_cpu_supports("avx2") && __builtin_cpu_supports("bmi2")) return InstructionSet::avx2;
+    const bool vectors = __builtin_cpu_supports("avx2") != 0;
+    const bool bits =
+        __builtin_cpu_supports("bmi") != 0 && __builtin_cpu_supports("bmi2") != 0 && HasLeadingZeroCount();
+    if (vectors && bits) return InstructionSet::avx2;
 #endif
     return InstructionSet::portable;
 }
 
-const InstructionSet best = BestInstructionSet();
-InstructionSet in_use = best;
+InstructionSet Best()
+{
+    static const InstructionSet best = BestInstructionSet();
+    return best;
+}
+InstructionSet in_use = Best();
 
 } // namespace
 
@@ -34,6 +57,6 @@ bool HasFastBitDeposit()
 InstructionSet SetInstructionSet(InstructionSet set)
 {
     const InstructionSet before = in_use;
-    in_use = set <= best ? set : best;
+    in_use = std::min(set, Best());
     return before;
 }

@@ -2,9 +2,10 @@
 
 #include "chart/geo_ref_coeff.h"
 #include "chart/instruction_set.h"
+#include "chart/target_attributes.h"
 
 #include <cstddef>
-#ifdef __x86_64__
+#ifdef ZT_AVX2
 #include <immintrin.h>
 #endif
 
@@ -18,8 +19,7 @@ void MapOneByOne(const CPolynomialProjection& projection, std::span<const GeoPoi
     }
 }
 
-#ifdef __x86_64__
-#define ZT_AVX2 __attribute__((target("avx2")))
+#ifdef ZT_AVX2
 
 /// The terms of EvaluateCubic in its order, for four points. Multiplication and addition stay apart: a fused one would
 /// round differently.
@@ -72,14 +72,13 @@ ZT_AVX2 void MapInFours(const CPolynomialProjection& projection, std::span<const
     }
     MapOneByOne(projection, positions.subspan(4 * fours), out + 4 * fours);
 }
-#undef ZT_AVX2
 #endif
 
 } // namespace
 
 void MapPoints(const CPolynomialProjection& projection, std::span<const GeoPoint> positions, DblPoint* out)
 {
-#ifdef __x86_64__
+#ifdef ZT_AVX2
     if (TheInstructionSet() == InstructionSet::avx2) return MapInFours(projection, positions, out);
 #endif
     MapOneByOne(projection, positions, out);

@@ -4,24 +4,8 @@
 
 #include <algorithm>
 #include <cstring>
-#include <optional>
 
 namespace {
-
-/// One byte-form pixel: descends from the root, taking bits from `bit` on; nothing when tree or bits run out.
-std::optional<std::uint8_t> DescendTree(std::span<const std::uint8_t> tree, std::size_t& bit)
-{
-    const std::size_t end = tree.size() * 8;
-    std::size_t offset = 0;
-    for (int depth = 0; depth <= kDeepestCode; ++depth) {
-        const HuffmanNode node = HuffmanNodeAt(tree, offset);
-        if (node.kind == HuffmanNode::Kind::leaf) return node.pixel;
-        if (node.kind == HuffmanNode::Kind::bad || bit >= end) return {};
-        offset = (tree[bit / 8] >> bit % 8 & 1) != 0 ? node.right : node.left;
-        ++bit;
-    }
-    return {};
-}
 
 /// Reads a word-form stream: nodes in 16-bit halves, then bits.
 class RunStream {
@@ -97,10 +81,24 @@ std::size_t HuffmanBitsBegin(std::span<const std::uint8_t> tree)
     return tree.size();
 }
 
+std::optional<std::uint8_t> DescendTree(std::span<const std::uint8_t> tree, std::size_t node, int depth,
+                                        std::size_t& bit)
+{
+    const std::size_t end = tree.size() * 8;
+    for (; depth <= kDeepestCode; ++depth) {
+        const HuffmanNode at = HuffmanNodeAt(tree, node);
+        if (at.kind == HuffmanNode::Kind::leaf) return at.pixel;
+        if (at.kind == HuffmanNode::Kind::bad || bit >= end) return {};
+        node = (tree[bit / 8] >> bit % 8 & 1) != 0 ? at.right : at.left;
+        ++bit;
+    }
+    return {};
+}
+
 std::size_t PlainHuffmanFrom(std::span<const std::uint8_t> tree, std::size_t bit, unsigned char* out, int count)
 {
     for (int i = 0; i < count; ++i) {
-        const auto pixel = DescendTree(tree, bit);
+        const auto pixel = DescendTree(tree, 0, 0, bit);
         if (!pixel) {
             std::memset(out + i, 0, static_cast<std::size_t>(count - i));
             break;

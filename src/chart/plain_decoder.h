@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 
 /// The decoders written straight from the format, one bit or run at a time: what every fast path is compared with, and
@@ -39,6 +40,10 @@ inline HuffmanNode HuffmanNodeAt(std::span<const std::uint8_t> tree, std::size_t
 }
 /// Offset of the first byte of bits: behind the rightmost leaf; the size of the tree when that is not reached.
 std::size_t HuffmanBitsBegin(std::span<const std::uint8_t> tree);
+/// One pixel: goes down from `node`, which `depth` decisions led to, taking bits from `bit` on; nothing when tree or
+/// bits run out.
+std::optional<std::uint8_t> DescendTree(std::span<const std::uint8_t> tree, std::size_t node, int depth,
+                                        std::size_t& bit);
 /// Decodes `count` pixels from bit `bit` on, counted from the start of the tree; index 0 for all that cannot be
 /// decoded. Returns the bit reached.
 std::size_t PlainHuffmanFrom(std::span<const std::uint8_t> tree, std::size_t bit, unsigned char* out, int count);

@@ -1,0 +1,91 @@
+#include "ratio.h"
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <clocale>
+#include <cstdio>
+#include <cstring>
+#include <vector>
+
+#include <QGuiApplication>
+
+namespace {
+
+using bench_clock = std::chrono::steady_clock;
+
+constexpr int kRounds = 31;
+constexpr double kSecondsPerTurn = 0.004; ///< least time of a case in one round
+
+struct Row {
+    std::string name;
+    std::string baseline_name;
+    std::array<std::function<void()>, 2> cases; ///< ours, baseline
+};
+
+std::vector<Row>& Rows()
+{
+    static std::vector<Row> rows;
+    return rows;
+}
+
+double SecondsOf(const std::function<void()>& work, int times)
+{
+    const auto start = bench_clock::now();
+    for (int i = 0; i < times; ++i) work();
+    return std::chrono::duration<double>(bench_clock::now() - start).count();
+}
+
+int TimesPerTurn(const std::function<void()>& work)
+{
+    work();
+    int times = 1;
+    while (SecondsOf(work, times) < kSecondsPerTurn) times *= 2;
+    return times;
+}
+
+double Median(std::vector<double> values)
+{
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+/// Turn and turn about, so that what else the machine does meets both alike; the best of each is the least disturbed.
+void Measure(const Row& row)
+{
+    std::array<int, 2> times;
+    for (std::size_t i = 0; i < 2; ++i) times[i] = TimesPerTurn(row.cases[i]);
+    std::array<std::vector<double>, 2> seconds;
+    std::vector<double> ratios;
+    for (int round = 0; round < kRounds; ++round) {
+        for (std::size_t i = 0; i < 2; ++i) seconds[i].push_back(SecondsOf(row.cases[i], times[i]) / times[i]);
+        ratios.push_back(seconds[0].back() / seconds[1].back());
+    }
+    const auto best = [&seconds](std::size_t i) { return *std::min_element(seconds[i].begin(), seconds[i].end()); };
+    std::printf("{\"name\": \"%s\", \"ratio\": %.4f, \"baseline\": \"%s\", \"median_ratio\": %.4f, "
+                "\"baseline_median_over_best\": %.2f}\n",
+                row.name.c_str(), best(0) / best(1), row.baseline_name.c_str(), Median(ratios),
+                Median(seconds[1]) / best(1));
+    std::fflush(stdout);
+}
+
+} // namespace
+
+void RegisterRatio(std::string row, std::function<void()> ours, std::string baseline_name,
+                   std::function<void()> baseline)
+{
+    Rows().push_back({std::move(row), std::move(baseline_name), {std::move(ours), std::move(baseline)}});
+}
+
+/// zt_bench [part of a row's name ...]: measures the rows that contain one of the parts, or all.
+int main(int argc, char** argv)
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    QGuiApplication application(argc, argv);
+    std::setlocale(LC_NUMERIC, "C");
+    for (const Row& row : Rows()) {
+        const auto wanted = [&row](const char* part) { return std::strstr(row.name.c_str(), part) != nullptr; };
+        if (argc < 2 || std::any_of(argv + 1, argv + argc, wanted)) Measure(row);
+    }
+}
