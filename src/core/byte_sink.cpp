@@ -7,7 +7,7 @@
 #include <unistd.h>
 
 namespace {
-constexpr std::size_t kSinkGathers = 1U << 16;
+constexpr std::size_t kSinkGathers = 1U << 20;
 }
 
 CByteSink::CByteSink() = default;

@@ -1,5 +1,6 @@
 #include "core/attributes.h"
 
+#include <algorithm>
 #include <array>
 
 namespace {
@@ -16,52 +17,60 @@ constexpr std::array<bool, 256> MakeStays()
 constexpr std::array<bool, 256> kStays = MakeStays();
 
 /// The value of a hexadecimal digit, -1 for another character.
-int HexDigit(char c)
+constexpr std::array<signed char, 256> MakeHexDigits()
 {
-    if (c >= '0' && c <= '9') return c - '0';
-    const char lower = static_cast<char>(c | 0x20);
-    return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
+    std::array<signed char, 256> values{};
+    values.fill(-1);
+    for (int i = 0; i < 10; ++i) values[static_cast<std::size_t>('0' + i)] = static_cast<signed char>(i);
+    for (int i = 0; i < 6; ++i) {
+        values[static_cast<std::size_t>('a' + i)] = static_cast<signed char>(10 + i);
+        values[static_cast<std::size_t>('A' + i)] = static_cast<signed char>(10 + i);
+    }
+    return values;
 }
+
+constexpr std::array<signed char, 256> kHexDigits = MakeHexDigits();
 
 } // namespace
 
 std::string escape_string(std::string_view text)
 {
     constexpr std::string_view digits = "0123456789abcdef";
-    std::string out;
-    out.reserve(text.size() + text.size() / 4);
+    std::string out(3 * text.size(), '\0');
+    char* to = out.data();
     for (const char c : text) {
         const auto byte = static_cast<unsigned char>(c);
-        if (kStays[byte]) {
-            out += c;
-        } else if (c == ' ') {
-            out += '+';
-        } else {
-            const char escaped[] = {'%', digits[byte >> 4], digits[byte & 15]};
-            out.append(escaped, sizeof escaped);
+        if (kStays[byte] || c == ' ') {
+            *to++ = c == ' ' ? '+' : c;
+            continue;
         }
+        *to++ = '%';
+        *to++ = digits[byte >> 4];
+        *to++ = digits[byte & 15];
     }
+    out.resize(static_cast<std::size_t>(to - out.data()));
     return out;
 }
 
 std::string unescape_string(std::string_view text)
 {
-    std::string out;
-    out.reserve(text.size());
+    std::string out(text.size(), '\0');
+    char* to = out.data();
     for (std::size_t i = 0; i < text.size(); ++i) {
         if (text[i] != '%') {
-            out += text[i] == '+' ? ' ' : text[i];
+            *to++ = text[i] == '+' ? ' ' : text[i];
             continue;
         }
         if (i + 2 >= text.size()) break;
-        const int high = HexDigit(text[i + 1]);
-        const int low = HexDigit(text[i + 2]);
+        const int high = kHexDigits[static_cast<unsigned char>(text[i + 1])];
+        const int low = kHexDigits[static_cast<unsigned char>(text[i + 2])];
         if (high >= 0 && low >= 0)
-            out += static_cast<char>(high << 4 | low);
+            *to++ = static_cast<char>(high << 4 | low);
         else
-            out += text.substr(i, 3);
+            to = std::copy_n(text.data() + i, 3, to);
         i += 2;
     }
+    out.resize(static_cast<std::size_t>(to - out.data()));
     return out;
 }
 
