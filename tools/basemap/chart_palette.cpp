@@ -14,13 +14,12 @@ struct CRamp {
 
 // What lies over what: antialiased edges are mixtures of these pairs.
 constexpr CRamp kRamps[] = {
-    {kSea, kShore, 5},         {kLand, kShore, 5},      {kIceLand, kShore, 3},  {kSea, kHalo, 3},
-    {kLand, kHalo, 2},         {kHalo, kText, 7},       {kSea, kSeaText, 6},    {kLand, kSeaText, 3},
-    {kLand, kCountryText, 5},  {kHalo, kSeaText, 3},    {kHalo, kCapeText, 4},  {kSea, kGraticule, 1},
-    {kSea, kGraticuleText, 4}, {kLand, kRiver, 3},      {kLand, kLakeShore, 2}, {kLake, kLakeShore, 2},
-    {kLand, kBorder, 3},       {kSea, kRose, 6},        {kIceLand, kHalo, 0},   {kIceShelf, kIceLand, 1},
-    {kSea, kIceShelf, 1},      {kLand, kGraticule, 3},  {kSea, kFrame, 4},      {kLand, kFrame, 3},
-    {kHalo, kRose, 3},         {kIceLand, kSeaText, 2},
+    {kSea, kShore, 3},         {kLand, kShore, 3},     {kIceLand, kShore, 2},  {kSea, kHalo, 1},
+    {kLand, kHalo, 1},         {kHalo, kText, 4},      {kSea, kSeaText, 3},    {kLand, kSeaText, 2},
+    {kLand, kCountryText, 3},  {kHalo, kSeaText, 0},   {kHalo, kCapeText, 3},  {kSea, kGraticule, 0},
+    {kSea, kGraticuleText, 3}, {kLand, kRiver, 2},     {kLand, kLakeShore, 1}, {kLake, kLakeShore, 1},
+    {kLand, kBorder, 2},       {kSea, kRose, 3},       {kIceLand, kHalo, 0},   {kIceShelf, kIceLand, 0},
+    {kSea, kIceShelf, 0},      {kLand, kGraticule, 1}, {kHalo, kFrame, 3},     {kHalo, kRose, 2},
 };
 
 QRgb Between(QRgb from, QRgb to, int part, int parts)

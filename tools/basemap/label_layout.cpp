@@ -116,7 +116,7 @@ std::vector<CLabelLayout::CName> CLabelLayout::Choose(const std::vector<CPlace>&
     std::vector<CName> names;
     for (const CPlace& place : places) {
         const bool early = place.kind == PlaceKind::country || (place.kind == PlaceKind::sea && place.rank == 0);
-        const double prominence = sheet.Zoom() - (place.rank + (early ? 1 : 2)) + 0.35;
+        const double prominence = sheet.Zoom() - (place.rank + (early ? 1 : 2));
         const bool great = place.kind == PlaceKind::sea && prominence >= kGreatSeas;
         if (prominence < 0.0 || great != great_seas || (place.kind != PlaceKind::town && prominence > kTooLarge))
             continue;
