@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <cstring>
 #include <filesystem>
 #include <memory>
@@ -90,6 +91,7 @@ bool UnpackPieces(gzFile in, FILE* out)
 
 bool createPath(const std::string& path)
 {
+    if (path.size() >= PATH_MAX) return false;
     if (isDirectory(path)) return true;
     const std::size_t slash =
         path.find_last_not_of('/') == std::string::npos ? 0 : path.rfind('/', path.find_last_not_of('/'));

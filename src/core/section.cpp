@@ -173,6 +173,6 @@ bool CSerializable::Section::declarefilename(std::string& path)
 
 bool CSerializable::Section::declare_count(std::uint32_t& count, std::uint32_t most)
 {
-    if (!declare(count)) return false;
-    return count <= most && (writing() || count <= BytesLeft());
+    const bool in_file = reading() && !atEnd();
+    return declare(count) && count <= most && (!in_file || count <= BytesLeft());
 }
