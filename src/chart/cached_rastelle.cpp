@@ -70,17 +70,24 @@ int CCachedRastelle::Draw(QPainter* painter, const FRect& dest, const DblPoint& 
         painter->fillRect(QRectF(dest.left, dest.top, dest.width(), dest.height()), Qt::white);
         return chart != nullptr ? 1 : 0;
     }
+    DblPoint offset;
+    PrepareGrid(dest, origin, level, offset);
+    PaintSquares(*painter, map, offset, placeholders);
+    RequestMissing();
+    return 1;
+}
+
+void CCachedRastelle::PrepareGrid(const FRect& dest, const DblPoint& origin, int level, DblPoint& offset)
+{
     const double ox = std::ldexp(origin.x, -level);
     const double oy = std::ldexp(origin.y, -level);
+    offset = {dest.left - ox, dest.top - oy};
     map.setup(oy, ox, dest.height(), dest.width(), level);
     if (!worker) StartWorker();
     worker->FilterQueue(map, squares);
     worker->GetProcessed(squares);
     squares.Populate(map.squares.rows * map.squares.cols * kSquaresPerCell, worker->Outstanding());
     PlaceSquares();
-    PaintSquares(*painter, map, {dest.left - ox, dest.top - oy}, placeholders);
-    RequestMissing();
-    return 1;
 }
 
 void CCachedRastelle::StartWorker()

@@ -69,8 +69,11 @@ private:
     class CWorker;
     friend struct CachedRastelleProbe; // tests look at the lists
 
+    /// Lays the grid and fills its cells with what is there. `offset` leads from level coordinates to view pixels.
+    void PrepareGrid(const FRect& dest, const DblPoint& origin, int level, DblPoint& offset);
     void StartWorker();
     void PlaceSquares();
+    /// Asks for the cells that are neither there nor being read, as far as squares are free.
     void RequestMissing();
 
     CRastelle* chart = nullptr;

@@ -23,8 +23,7 @@ DIB_square::~DIB_square() = default;
 
 void DIB_square::Claim(double to_x, double to_y, int to_level)
 {
-    pixmap = QPixmap();
-    pixmap_ready = false;
+    pixmap.reset();
     x = to_x;
     y = to_y;
     level = to_level;
@@ -47,11 +46,8 @@ void DIB_square::Read(CRastelle& chart, ThreadDataForRead* thread)
 
 const QPixmap& DIB_square::Pixmap()
 {
-    if (!pixmap_ready) {
-        pixmap = QPixmap::fromImage(image);
-        pixmap_ready = true;
-    }
-    return pixmap;
+    if (!pixmap) pixmap = QPixmap::fromImage(image);
+    return *pixmap;
 }
 
 std::int32_t DIB_square::ChunkKey() const

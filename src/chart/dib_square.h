@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 #include <QImage>
 #include <QPixmap>
@@ -32,6 +33,8 @@ struct DIB_square {
     void Read(CRastelle& chart, ThreadDataForRead* thread);
     /// The picture for painting, made when needed. Main thread.
     const QPixmap& Pixmap();
+    /// The picture's bytes, for a square that is not with the worker; null before the first read.
+    const std::uint32_t* Bits() const { return bits.get(); }
     /// Squares of one chart pixel block of 1024 x 1024 have the same key, and keys rise along rows of blocks.
     std::int32_t ChunkKey() const;
 
@@ -50,6 +53,5 @@ private:
     };
     std::unique_ptr<std::uint32_t, AlignedFree> bits;
     QImage image; ///< over `bits`
-    QPixmap pixmap;
-    bool pixmap_ready = false;
+    std::optional<QPixmap> pixmap; ///< made by the first paint after a read
 };
