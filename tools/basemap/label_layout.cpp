@@ -131,14 +131,27 @@ std::vector<CLabelLayout::CName> CLabelLayout::Choose(const std::vector<CPlace>&
     return names;
 }
 
-void CLabelLayout::SetAll(std::vector<CName>& names)
+double CLabelLayout::ReachOf(const CPlace& place) const
 {
+    return place.size_nm / 60.0 * sheet.PixelsPerDegree();
+}
+
+void CLabelLayout::SetAll(const std::vector<CName>& names)
+{
+    constexpr double kSmallIsland = 45.0; // pixels; a name does not fit into one, it stands beside
+    constexpr double kSmallCountry = 70.0;
     for (const CName& name : names) {
-        const double size_px = name.place->size_nm / 60.0 * sheet.PixelsPerDegree();
-        const bool point = name.place->kind == PlaceKind::town || name.place->kind == PlaceKind::cape ||
-                           (name.place->kind == PlaceKind::island && size_px < 40);
-        if (point)
-            SetPoint(name);
+        const PlaceKind kind = name.place->kind;
+        const double reach = ReachOf(*name.place);
+        // An island state's name stands for its island too.
+        if (kind == PlaceKind::island && countries.count(name.place->name) != 0) continue;
+        if (kind == PlaceKind::country) countries.insert(name.place->name);
+        if (kind == PlaceKind::town)
+            SetTown(name);
+        else if (kind == PlaceKind::cape || (kind == PlaceKind::island && reach < kSmallIsland))
+            SetBeside(name, LetteringOf(kind, name.prominence), 0.8 * reach);
+        else if (kind == PlaceKind::country && reach < kSmallCountry)
+            SetBeside(name, LetteringOf(kind, 0.0), 0.9 * reach);
         else
             SetArea(name);
     }
@@ -146,89 +159,100 @@ void CLabelLayout::SetAll(std::vector<CName>& names)
 
 void CLabelLayout::SetGreatSeas(const std::vector<CPlace>& places)
 {
-    auto names = Choose(places, true);
-    SetAll(names);
+    SetAll(Choose(places, true));
 }
 
 void CLabelLayout::SetNames(const std::vector<CPlace>& places)
 {
-    auto names = Choose(places, false);
-    SetAll(names);
+    SetAll(Choose(places, false));
 }
 
-bool CLabelLayout::SetArea(const CName& name)
+std::optional<QPointF> CLabelLayout::FindWithin(const CName& name, const QRectF& box) const
 {
     const PlaceKind kind = name.place->kind;
-    const QPainterPath outline = LetteringOf(kind, name.prominence).Outline(QString::fromStdString(name.place->name));
-    const QRectF box = outline.boundingRect().adjusted(-kGap, -kGap, kGap, kGap);
-    const double size_px = std::max(name.place->size_nm / 60.0 * sheet.PixelsPerDegree(), 20.0);
-    const double step_x = std::min(size_px * 0.25, box.width() * 0.4);
-    const double step_y = std::min(size_px * 0.25, box.height() * 1.2);
+    const double reach = std::max(ReachOf(*name.place), 20.0);
+    const double step_x = std::min(reach * 0.25, box.width() * 0.4);
+    const double step_y = std::min(reach * 0.25, box.height() * 1.2);
     double best_cost = 1e300;
-    QPointF best;
+    std::optional<QPointF> best;
     for (int row = -2; row <= 2; ++row) {
         for (int column = -2; column <= 2; ++column) {
             const QPointF at(name.x + column * step_x, name.y + row * step_y);
             const QRectF place = box.translated(at);
             if (!space.IsFree(place)) continue;
             const double share = land.LandShare(place);
-            const double wrong = kind == PlaceKind::sea ? share : kind == PlaceKind::country ? 1 - share : 0.0;
             if (kind == PlaceKind::sea && share > kMostShore) continue;
+            const double wrong = kind == PlaceKind::sea ? share : kind == PlaceKind::country ? 1 - share : 0.0;
             const double cost = wrong * 6 + std::abs(row) * 0.3 + std::abs(column) * 0.25;
-            if (cost < best_cost) {
-                best_cost = cost;
-                best = at;
-            }
-        }
-    }
-    if (best_cost > 1e299) return false;
-    space.Take(box.translated(best));
-    marks.AddText(outline.translated(best), QColor(ColourOf(kind)), HaloOf(kind), 2.2);
-    return true;
-}
-
-bool CLabelLayout::SetPoint(const CName& name)
-{
-    const bool dotted = name.place->kind == PlaceKind::town;
-    const double radius = !dotted                             ? 0.0
-                          : name.place->population >= 1000000 ? 3.4
-                          : name.place->population >= 100000  ? 2.8
-                                                              : 2.2;
-    const QRectF dot(name.x - radius - 1, name.y - radius - 1, 2 * radius + 2, 2 * radius + 2);
-    if (dotted && !space.IsFree(dot)) return false;
-    const QPainterPath outline =
-        LetteringOf(name.place->kind, name.prominence).Outline(QString::fromStdString(name.place->name));
-    const QRectF box = outline.boundingRect();
-    const double dx = box.width() / 2 + radius + 4;
-    const double dy = box.height() / 2 + radius + 4;
-    const double corner = 0.72; // a little under the name's middle, so that its corner meets the dot
-    const QPointF offsets[] = {
-        {dx, 0},  {-dx, 0}, {dx, -dy * corner}, {dx, dy * corner}, {-dx, -dy * corner}, {-dx, dy * corner},
-        {0, -dy}, {0, dy}};
-    double best_cost = 1e300;
-    QPointF best;
-    double preference = 0.0;
-    for (const QPointF& offset : offsets) {
-        const QPointF at(name.x + offset.x(), name.y + offset.y());
-        const QRectF place = box.translated(at).adjusted(-kGap, -kGap, kGap, kGap);
-        preference += 0.07;
-        if (!space.IsFree(place)) continue;
-        const double share = land.LandShare(place);
-        const double cost = preference + std::min(share, 1 - share) * 1.5;
-        if (cost < best_cost) {
+            if (cost >= best_cost) continue;
             best_cost = cost;
             best = at;
         }
     }
-    if (best_cost > 1e299) return false;
-    space.Take(box.translated(best).adjusted(-kGap, -kGap, kGap, kGap));
-    if (dotted) {
-        space.Take(dot);
-        QPainterPath circle;
-        circle.addEllipse(QPointF(name.x, name.y), radius, radius);
-        marks.Add(circle, QColor(chart_colours::kHalo), QColor(chart_colours::kText), 1.3);
+    return best;
+}
+
+std::optional<QPointF> CLabelLayout::FindBeside(const CName& name, const QRectF& box, double radius) const
+{
+    const double dx = box.width() / 2 + radius + 4;
+    const double dy = box.height() / 2 + radius + 4;
+    const double low = dy * 0.72; // a little under the name's middle, so that its corner meets the dot
+    const QPointF offsets[] = {{dx, 0}, {-dx, 0}, {dx, -low}, {dx, low}, {-dx, -low}, {-dx, low}, {0, -dy}, {0, dy}};
+    double best_cost = 1e300;
+    double preference = 0.0;
+    std::optional<QPointF> best;
+    for (const QPointF& offset : offsets) {
+        const QPointF at(name.x + offset.x(), name.y + offset.y());
+        const QRectF place = box.translated(at);
+        preference += 0.07;
+        if (!space.IsFree(place)) continue;
+        const double share = land.LandShare(place);
+        const double cost = preference + std::min(share, 1 - share) * 1.5;
+        if (cost >= best_cost) continue;
+        best_cost = cost;
+        best = at;
     }
-    marks.AddText(outline.translated(best), QColor(ColourOf(name.place->kind)), HaloOf(name.place->kind), 1.6);
+    return best;
+}
+
+void CLabelLayout::Place(const CName& name, const QPainterPath& outline, const QRectF& box, const QPointF& at)
+{
+    const PlaceKind kind = name.place->kind;
+    const bool wide = kind == PlaceKind::sea || kind == PlaceKind::country;
+    space.Take(box.translated(at));
+    marks.AddText(outline.translated(at), QColor(ColourOf(kind)), HaloOf(kind), wide ? 2.2 : 1.6);
+}
+
+bool CLabelLayout::SetArea(const CName& name)
+{
+    const CLettering look = LetteringOf(name.place->kind, name.prominence);
+    const QPainterPath outline = look.Outline(QString::fromStdString(name.place->name));
+    const QRectF box = outline.boundingRect().adjusted(-kGap, -kGap, kGap, kGap);
+    const auto at = FindWithin(name, box);
+    if (at) Place(name, outline, box, *at);
+    return at.has_value();
+}
+
+bool CLabelLayout::SetBeside(const CName& name, const CLettering& look, double radius)
+{
+    const QPainterPath outline = look.Outline(QString::fromStdString(name.place->name));
+    const QRectF box = outline.boundingRect().adjusted(-kGap, -kGap, kGap, kGap);
+    const auto at = FindBeside(name, box, std::max(0.0, radius - kGap));
+    if (at) Place(name, outline, box, *at);
+    return at.has_value();
+}
+
+bool CLabelLayout::SetTown(const CName& name)
+{
+    const int population = name.place->population;
+    const double radius = population >= 1000000 ? 3.4 : population >= 100000 ? 2.8 : 2.2;
+    const QRectF dot(name.x - radius - 1, name.y - radius - 1, 2 * radius + 2, 2 * radius + 2);
+    if (!space.IsFree(dot) || !SetBeside(name, LetteringOf(PlaceKind::town, name.prominence), radius + kGap))
+        return false;
+    space.Take(dot);
+    QPainterPath circle;
+    circle.addEllipse(QPointF(name.x, name.y), radius, radius);
+    marks.Add(circle, QColor(chart_colours::kHalo), QColor(chart_colours::kText), 1.3);
     return true;
 }
 

@@ -137,7 +137,7 @@ private:
         CLettering bold = plain;
         bold.weight = QFont::Medium;
         const QString middle =
-            sheet.plan.IsWorld() ? QStringLiteral("on the equator") : QStringLiteral("in ") + MiddleLatitude();
+            sheet.plan.IsWorld() ? QStringLiteral("at the equator") : QStringLiteral("at ") + MiddleLatitude();
         const QString title = QString::fromStdString(sheet.plan.title) + QStringLiteral("   ") +
                               CSheetFrame::ScaleText(sheet) + QLatin1Char(' ') + middle;
         const QPainterPath left = bold.Outline(title);
