@@ -52,6 +52,6 @@ private:
         void operator()(std::uint32_t* memory) const;
     };
     std::unique_ptr<std::uint32_t, AlignedFree> bits;
-    QImage image; ///< over `bits`
+    QImage image;                  ///< over `bits`
     std::optional<QPixmap> pixmap; ///< made by the first paint after a read
 };
