@@ -5,7 +5,6 @@
 #include <cmath>
 #include <memory>
 
-#include <cpl_conv.h>
 #include <gdal.h>
 #include <gdal_alg.h>
 
@@ -116,8 +115,6 @@ private:
 
 bool ReadGdalSource(const std::string& path, bool with_image, CMakeSource& out, std::string& error)
 {
-    CPLSetConfigOption("GDAL_PAM_ENABLED", "NO"); // no file beside the input
-    CPLSetConfigOption("GDAL_DISABLE_READDIR_ON_OPEN", "EMPTY_DIR");
     CPLPushErrorHandler(CPLQuietErrorHandler);
     GDALAllRegister();
     const std::shared_ptr<void> dataset(CDataset(GDALOpen(path.c_str(), GA_ReadOnly)));
