@@ -95,6 +95,7 @@ void CChartHeadReader::AddCorners(CChartOutline& out) const
     const double right = head.width * double{kTileSide};
     const double bottom = head.height * double{kTileSide};
     const double corners[4][2] = {{0.0, 0.0}, {right, 0.0}, {right, bottom}, {0.0, bottom}};
+    out.polygon.vertices.reserve(std::size(corners));
     for (const auto& [x, y] : corners) {
         double lat = 0.0;
         double lon = 0.0;

@@ -47,10 +47,10 @@ bool CChartOutline::ReadAt(int folder, const char* name, const std::string& char
     return ReadFrom(file, chart_path);
 }
 
-bool CChartOutline::ReadFrom(IChartBytes& bytes, const std::string& chart_path)
+bool CChartOutline::ReadFrom(IChartBytes& bytes, std::string chart_path)
 {
     *this = CChartOutline();
-    path = chart_path;
+    path = std::move(chart_path);
     if (!CChartHeadReader(bytes).ReadRecord(*this)) return false;
     if (chunked) fully_downloaded = CRastelle::appearsFullyDownloaded(path);
     if (title.empty()) title = path;

@@ -18,7 +18,7 @@ public:
     /// The same for a file named relative to an open folder, `name` being the last part of `chart_path`.
     bool ReadAt(int folder, const char* name, const std::string& chart_path);
     /// The same from bytes that stand for the file `chart_path`.
-    bool ReadFrom(IChartBytes& bytes, const std::string& chart_path);
+    bool ReadFrom(IChartBytes& bytes, std::string chart_path);
     /// Reads the outline's points into `polygon`; false when they cannot be read.
     bool ReadPolygon() const;
     bool ReadPolygonFrom(IChartBytes& bytes) const;
