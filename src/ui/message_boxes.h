@@ -29,24 +29,28 @@ public:
     QString button1;
     QString button2;
     std::function<void(int)> callback; ///< may be empty
+
+private:
+    bool m_answered = false;
 };
 
-/// Shows a box with up to three buttons; texts are UTF-8 and shown as they stand. `callback` gets 0, 1 or 2.
-void MessageBox3(ZT_HWND parent, const std::string& title, const std::string& message,
+/// Shows a box with up to three buttons; texts are UTF-8 and shown as they stand. `callback` gets 0, 1 or 2. All of
+/// these answer false when the box cannot be shown, and then call nothing.
+bool MessageBox3(ZT_HWND parent, const std::string& title, const std::string& message,
                  std::function<void(int)> callback, const std::string& button0, const std::string& button1 = {},
                  const std::string& button2 = {});
-void MessageBox3(ZT_HWND parent, const std::string& title, const std::string& message,
+bool MessageBox3(ZT_HWND parent, const std::string& title, const std::string& message,
                  void (*function)(void* user, int button), void* user, const std::string& button0,
                  const std::string& button1 = {}, const std::string& button2 = {});
 /// One button; `done` runs when the box is gone, whichever way.
-void MessageBoxOK(ZT_HWND parent, const std::string& title, const std::string& message,
+bool MessageBoxOK(ZT_HWND parent, const std::string& title, const std::string& message,
                   std::function<void()> done = {});
 /// `callback` gets 0 for yes and 1 for no.
-void MessageBoxYesNo(ZT_HWND parent, const std::string& title, const std::string& message,
+bool MessageBoxYesNo(ZT_HWND parent, const std::string& title, const std::string& message,
                      std::function<void(int)> callback);
 /// The same question; `yes` runs on yes only.
-void MessageBoxYes(ZT_HWND parent, const std::string& title, const std::string& message, std::function<void()> yes);
-void MessageBoxHint(ZT_HWND parent, const std::string& text);
+bool MessageBoxYes(ZT_HWND parent, const std::string& title, const std::string& message, std::function<void()> yes);
+bool MessageBoxHint(ZT_HWND parent, const std::string& text);
 
 /// What messageprintf shows: a title, and which buttons.
 enum MessageFlags : int {

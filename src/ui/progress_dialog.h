@@ -87,7 +87,7 @@ private:
 
 /// Waits 10 ms for the operation to end by itself; then either joins its worker and calls `callback` at once, without a
 /// dialog, or shows the progress dialog and calls `callback` when that closes. `callback` always runs once, with the
-/// worker joined; it may release `data`.
+/// worker joined; it may release `data`. Without a window the operation is followed in the same way, unseen.
 void showProgressDialog_join(ZT_HWND parent, CProgressDialogData* data, const std::string& message,
                              CDlg_progress::callback_function callback, bool cancelable = true);
 

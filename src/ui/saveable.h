@@ -14,7 +14,7 @@ public:
     static void SaveAllOpen();
 
 private:
-    CSaveable* next;
-    CSaveable* previous = nullptr;
+    CSaveable* next_open;
+    CSaveable* previous_open = nullptr;
     static CSaveable* first;
 };

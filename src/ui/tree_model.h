@@ -4,6 +4,7 @@
 
 #include <QAbstractItemModel>
 #include <QItemSelectionModel>
+#include <QQuickItem>
 
 /// Serves a tree of TreeViewNode to menus and lists without copying it: an index holds the node's pointer. The model
 /// owns the root. Main thread only.
@@ -92,7 +93,6 @@ signals:
 
 private:
     void StoreSelection(const QItemSelection& now, const QItemSelection& before);
-    QModelIndexList PersistentForSort() const;
 
     std::unique_ptr<TreeViewNode> root_node;
     QItemSelectionModel selection;

@@ -115,6 +115,8 @@ public:
     void sortChildrenIfNeeded() const;
     /// Child number `row` in sorted order; null outside.
     TreeViewNode* childNode(int row) const;
+    /// Forgets the sorted order of this node and of all below: what is asked for next is sorted anew.
+    void DropSorted();
     /// This node's row among its parent's sorted children; 0 for a root.
     int pos() const;
 
@@ -123,9 +125,11 @@ public:
     CTreeModel* getModel() const { return model; }
 
 private:
-    bool SortsBefore(const TreeViewNode& other) const;
+    bool SortsBefore(const TreeViewNode& other, TreeSort mode) const;
+    /// The order of this node's children.
+    std::function<bool(const TreeViewNode*, const TreeViewNode*)> SortOrder() const;
+    int RowOfNew(const TreeViewNode* added) const;
     void UpdateFromChildren();
-    void SetStateBelow(Qt::CheckState state);
     TreeViewNode* FindChild(const std::string& child_text) const;
     double DistanceFromOrigin() const;
     void CollectLeaves(const std::string& prefix, char separator, std::list<std::unique_ptr<TreeViewNode>>& out);

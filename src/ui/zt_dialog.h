@@ -8,6 +8,7 @@
 #include <QPointF>
 #include <QPointer>
 #include <QQuickItem>
+#include <QQuickWindow>
 
 /// The root of every dialog's declarative file. It covers its parent; the frame inside (ZTDialogFixedSize or
 /// ZTDialogVariableSize) is what is seen.
@@ -64,16 +65,20 @@ signals:
 
 protected:
     void itemChange(ItemChange change, const ItemChangeData& data) override;
+    /// Keeps the Tab key among the dialog's own items.
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     static CZTDialog* Show(const char* url, const QMetaObject& type, ZT_HWND parent,
                            const std::function<void(CZTDialog*)>& init);
     void Place(QQuickItem* layer, ZT_HWND cause);
     void FitToParent();
+    void GiveFocusBack();
     void KeepControls(bool kept);
 
     QPointF m_origin;
     QPointer<QQuickItem> m_focus_before; ///< gets the keyboard back at the end
+    QPointer<QQuickWindow> m_window;     ///< watched for the Tab key
     bool m_closing = false;
     bool m_keeps_controls = false;
 };

@@ -4,7 +4,9 @@
 #include "ui/tree_model.h"
 
 #include <QPointF>
+#include <QPointer>
 #include <QQuickItem>
+#include <QQuickWindow>
 
 /// The element behind ZTPopupMenu: a finished tree that the declarative file turns into a menu. It lives, with its
 /// tree, until the menu is closed.
@@ -42,13 +44,16 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void FollowHeldButton(QQuickItem* layer);
-    QQuickItem* EntryAt(QPointF window_position) const;
+    void KeepControls(bool kept);
+    void FollowHeldButton();
+    void StopFollowing();
 
     CTreeModel m_model;
     QString m_title;
     QPointF m_origin;
-    QPointF m_pressed; ///< window position of the held button
-    bool m_following = false;
+    QPointF m_pressed;                 ///< window position of the held button
+    QPointer<QQuickWindow> m_followed; ///< null: no button is held
+    bool m_drag_started = false;
+    bool m_keeps_controls = false;
     bool m_closed = false;
 };
