@@ -64,30 +64,30 @@ void CCachedRastelle::CWorker::PutNeeded(DIB_square* square)
     condition.wakeOne();
 }
 
-void CCachedRastelle::CWorker::FilterQueue(square_map& map, Dib_List& squares)
+void CCachedRastelle::CWorker::FilterQueue(square_map& grid, Dib_List& list)
 {
     const CMutexLocker lock(mutex);
     for (auto entry = queue.begin(); entry != queue.end();) {
         DIB_square* square = entry->second;
-        if (map.MarkInProgress(*square)) {
+        if (grid.MarkInProgress(*square)) {
             ++entry;
             continue;
         }
         entry = queue.erase(entry);
         square->Invalidate();
-        squares.PushTail(square);
+        list.PushTail(square);
         --outstanding;
     }
     for (const auto& current : reading) {
         const DIB_square* square = current.load(std::memory_order_acquire);
-        if (square != nullptr) map.MarkInProgress(*square);
+        if (square != nullptr) grid.MarkInProgress(*square);
     }
 }
 
-void CCachedRastelle::CWorker::GetProcessed(Dib_List& squares)
+void CCachedRastelle::CWorker::GetProcessed(Dib_List& list)
 {
     const CMutexLocker lock(done_lock);
-    for (DIB_square* square : done) squares.PushHead(square);
+    for (DIB_square* square : done) list.PushHead(square);
     outstanding -= static_cast<int>(done.size());
     done.clear();
 }

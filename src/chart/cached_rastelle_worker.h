@@ -21,11 +21,11 @@ public:
 
     void PutNeeded(DIB_square* square);
     /// Moves the finished squares to the head of the list.
-    void GetProcessed(Dib_List& squares);
+    void GetProcessed(Dib_List& list);
     /// Marks the cells whose squares are queued or being read; every other queued square goes back, invalid, to the
     /// tail of the list. To be called before GetProcessed: then a square that finishes in between is marked, and
     /// fetched too.
-    void FilterQueue(square_map& map, Dib_List& squares);
+    void FilterQueue(square_map& grid, Dib_List& list);
     bool HasFinished();
     /// Squares that are queued, being read or finished and not fetched.
     int Outstanding() const { return outstanding; }

@@ -25,6 +25,12 @@ void* operator new(std::size_t size)
     return memory;
 }
 
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept
+{
+    ++allocations_of_thread;
+    return std::malloc(size != 0 ? size : 1);
+}
+
 void operator delete(void* memory) noexcept
 {
     std::free(memory);
