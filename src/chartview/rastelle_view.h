@@ -44,6 +44,8 @@ public:
 
     /// The host outlives the view; null for a view that nobody shows.
     explicit CRastelleView(IViewHost* view_host = nullptr);
+    CRastelleView(const CRastelleView&) = delete;
+    CRastelleView& operator=(const CRastelleView&) = delete;
     ~CRastelleView() override;
 
     // Gestures
@@ -139,51 +141,73 @@ private:
     };
     using MappedObjects = std::map<COverlayObject::Key, Mapped>;
 
-    // Open and saved view
+    struct SavedView;
+    void TakeSavedView(const SavedView& saved);
+
+    // Charts
     void StartOpening(ZT_HWND parent, const std::string& path, done_function done);
+    void CloseChart();
     void OnOpened();
     void OnOpenFailed();
     void changed_projection();
-    void OpenSavedChart();
-    /// Opens a chart that the catalogue chose for `wanted_*`, unless it is the open one, which then only moves.
+    /// Shows `wanted_*` on a chart, which is opened unless it is open already.
     void ShowChart(ZT_HWND parent, const std::string& path, done_function done);
-    void ChooseFirstChart(const CDataGPSPosition& position);
+    /// Shows `wanted_*` on the chart that suits it best; false when there is none.
+    bool ShowBestChart(ZT_HWND parent, done_function done);
+    void GoToBestChart(ZT_HWND parent, double lat, double lon, double scale, done_function done);
+    void ChooseFirstChart();
+    int LevelFor(double ratio) const;
 
     // Centre, anchor and screen
     void CentreOnScreen();
     void CentreOn(double x, double y);
+    void RestoreCentre();
+    void SetPointer(double x, double y);
     bool GPSIsKnown() const { return gps_lat <= 90.0; }
     bool FollowsGPS() const { return locked_on_gps && GPSIsKnown(); }
     void MoveAnchorToGPS();
     void UnlockIfAnchorLeft();
+    /// The pixel of a position; false when it is not on the open chart.
     bool PixelOf(double lat, double lon, double& x, double& y) const;
+    void ImageToLatLong(double x, double y, double& lat, double& lon) const;
     double ScaleAtLevel(double x, double y) const;
+    FRect ViewRect(const FRect& rect) const;
     void moved_screen();
     void NormaliseWrap();
     void Repaint();
 
     // Zoom
     bool OpenNextChart(int direction);
-    bool StepZoomByChart(int delta, bool& asked);
+    bool StepZoomByChart(int step);
     void PlainZoom(int delta);
     void ZoomSmoothly(int delta);
+    bool PinchToNextChart();
     void SettlePinch();
+    static int PinchDistance(double dist_sq);
     void ShowZoomHintIfAppropriate();
+
+    // Touch
+    void TouchDown(double x, double y, bool with_inertia);
     void StopInertia();
+    void EaseStretch();
+    bool ToolIsActive() const;
 
     // Painting and hits
-    CRastelleView(const CRastelleView&) = delete;
-    CRastelleView& operator=(const CRastelleView&) = delete;
-    FRect DrawnRect(double x, double y, double width, double height) const;
+    FRect DrawnRect(const FRect& window) const;
     void DrawChart(QPainter* painter, const FRect& rect);
+    void DrawWorld(QPainter* painter, const FRect& rect);
     void DrawOverlays(QPainter* painter);
+    void DrawObject(QPainter* painter, const COverlayObject& object, CMapping& mapping);
     void DrawTool(QPainter* painter);
     void MapObject(const COverlayObject& object, Mapped& entry);
-    Mapped* FindMapped(const COverlayObject* object);
+    CMapping* FindMapping(const COverlayObject* object);
+    bool IsHit(const COverlayObject* object, double x, double y, double precision_sq);
+    DblPoint ImagePoint(double x, double y) const;
     CCachedRastelle& CacheOfCopy(int copy);
-    template <class Handler>
-    COverlayObject* AskObjectsFromTop(double x, double y, double precision_sq, Handler handler);
-    void SetPointer(double x, double y);
+    /// Calls `handler(object)` for the objects hit, the topmost first, until one answers not 0; null when none does.
+    /// A handler may change or delete objects.
+    COverlayObject* AskObjectsFromTop(double x, double y, double precision_sq,
+                                      const std::function<int(COverlayObject&)>& handler);
 
     IViewHost* host;
     double wanted_lat = 999.0; ///< degrees; above 90: none
@@ -216,8 +240,8 @@ private:
     int pinch_start = 0; ///< squared finger distance; 0: no pinch
 
     bool opening = false;
-    bool placeholders = false;
-    int repaint_held = 0; ///< above 0 repaints are only noted
+    bool placeholders = false; ///< the last paint showed squares that stand in for missing data
+    int repaint_held = 0;      ///< above 0 repaints are only noted
     bool repaint_wanted = false;
     CPolynomialProjection projection;
     CWorldWrap wrap;

@@ -6,6 +6,7 @@
 
 #include <memory>
 
+#include <QColor>
 #include <QPointF>
 #include <QQuickItem>
 
@@ -18,6 +19,7 @@ class CDVI_Rastelle_Window : public CPaintAdaptor_q {
     Q_PROPERTY(bool gpsLockedOn READ gpsLockedOn NOTIFY gpsLockedOnChanged)
     Q_PROPERTY(double scaleBarWidth READ scaleBarWidth NOTIFY scaleBarChanged)
     Q_PROPERTY(QString scaleBarText READ scaleBarText NOTIFY scaleBarChanged)
+    Q_PROPERTY(QColor scaleBarColor READ scaleBarColor NOTIFY scaleBarChanged)
     Q_PROPERTY(bool arranging READ arranging WRITE setArranging NOTIFY arrangingChanged)
 
 public:
@@ -27,6 +29,8 @@ public:
     bool gpsLockedOn() const;
     double scaleBarWidth() const { return scale_bar.Width(); }
     QString scaleBarText() const { return scale_bar.Text(); }
+    /// Transparent stands for the theme's foreground.
+    QColor scaleBarColor() const;
     /// Whether the page is being arranged: no keys, no edge buttons.
     bool arranging() const { return is_arranging; }
     void setArranging(bool on);
@@ -40,8 +44,8 @@ public:
 
     Q_INVOKABLE void openMap();
     Q_INVOKABLE void closeMap();
-    Q_INVOKABLE bool onPressed(int button, double mouse_x, double mouse_y);
-    Q_INVOKABLE void onPressAndHold(int button, double mouse_x, double mouse_y);
+    Q_INVOKABLE bool onPressed(int button, double mouse_x, double mouse_y) override;
+    Q_INVOKABLE void onPressAndHold(int button, double mouse_x, double mouse_y) override;
     Q_INVOKABLE void onReleased(int button, double mouse_x, double mouse_y);
     Q_INVOKABLE void onMouseDragged(double mouse_x, double mouse_y);
     Q_INVOKABLE void onMouseWheel(double delta, double mouse_x, double mouse_y);
@@ -77,6 +81,5 @@ private:
     std::unique_ptr<CMapItem> own_item;
     CScaleBar scale_bar;
     bool gps_locked_cache = false;
-    bool scroll_gesture_active = false;
     bool is_arranging = false;
 };

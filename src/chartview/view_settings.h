@@ -10,9 +10,9 @@ struct CViewSettings {
     bool full_screen = false;            ///< the window fills the screen
     bool change_scale_by_zooming = true; ///< step zoom changes to other charts
     bool show_scale_bar = true;
-    GraphicsColor scale_bar_color{0.05F, 0.13F, 0.2F};
-    bool automatic_download = true; ///< chunked charts fetch missing data
-    std::string app_name;           ///< shown for the application
+    GraphicsColor scale_bar_color{0.0F, 0.0F, 0.0F, 0.0F}; ///< transparent: the theme's foreground
+    bool automatic_download = true;                        ///< chunked charts fetch missing data
+    std::string app_name;                                  ///< shown for the application
     std::string app_icon;
     std::string app_website;
     std::set<std::string> chb_hide;      ///< entries hidden in the map list
@@ -24,3 +24,5 @@ struct CViewSettings {
 CViewSettings& TheViewSettings();
 /// To be called after a change: the group is saved with the next saving of settings.
 void ViewSettingsChanged();
+/// ViewSettingsChanged() and saves at once.
+void SaveViewSettings();

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "core/geometry.h"
+#include "overlays/view_params.h"
+
 class CPolynomialProjection;
-struct CViewParams;
 
 /// A chart of the whole world repeats sideways, so that the view never comes to its left or right edge. This says how
 /// wide one repetition is and keeps the view on the chart itself: whenever the middle of the screen passes an edge, the
@@ -20,11 +22,21 @@ public:
     double Normalise(double x) const;
     /// The number of the repetition that holds the image coordinate; 0 is the chart itself.
     int CopyOf(double x) const;
-    /// Moves the offset so that image coordinate `middle` lies on the chart itself; returns the repetitions moved by.
-    int NormaliseOffset(CViewParams& params, double middle);
+    /// Moves the offset so that image coordinate `middle` lies on the chart itself. With `same_squares` one set of
+    /// squares shows all repetitions, and IsOdd goes on to answer the same.
+    void NormaliseOffset(CViewParams& params, double middle, bool same_squares);
+    /// The repetitions first to last on which something with these bounds (chart pixels) meets the view; none when
+    /// last < first.
+    struct Copies {
+        int first = 0;
+        int last = 0;
+    };
+    Copies CopiesInView(const FRect& bounds, const FRect& view) const;
+    /// The mapping of repetition `copy`.
+    CViewParams ParamsOf(const CViewParams& params, int copy) const;
 
     /// Which of two sets of squares shows repetition `copy`: neighbours never share one, and a set keeps its part of
-    /// the picture while the offset is moved.
+    /// the picture while the offset is moved. Where the whole world is on the screen, one set shows all repetitions.
     bool IsOdd(int copy) const { return ((copy + copies_passed) & 1) != 0; }
 
 private:

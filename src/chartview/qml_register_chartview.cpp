@@ -1,0 +1,12 @@
+#include "chartview/qml_register_chartview.h"
+
+#include "chartview/map_settings.h"
+#include "chartview/rastelle_window.h"
+
+#include <QtQml>
+
+void qml_register_chartview()
+{
+    qmlRegisterType<CDVI_Rastelle_Window>("com.zentara.zt", 1, 0, "CDVI_Rastelle_Window");
+    qmlRegisterType<CDlg_map_settings>("com.zentara.zt", 1, 0, "CDlg_map_settings");
+}
