@@ -1,6 +1,7 @@
 #include "chart/square_painter.h"
 
 #include "chart/dib_square.h"
+#include "chart/square_scaling.h"
 
 #include <QPainter>
 
@@ -64,23 +65,40 @@ private:
                 offset.y + static_cast<double>(map.top + row) * DIB_square::kSide};
     }
 
-    void DrawQuarter(DIB_square& parent, int i, int col, int row)
+    /// Draws quarter `i` of the coarser square over the whole cell.
+    void DrawQuarter(const DIB_square& parent, int i, int col, int row)
     {
-        const QRectF source((i % 2) * kHalfSide, (i / 2) * kHalfSide, kHalfSide, kHalfSide);
-        painter.drawPixmap(QRectF(CellOrigin(col, row), QSizeF(DIB_square::kSide, DIB_square::kSide)), parent.Pixmap(),
-                           source);
+        static QImage strip(DIB_square::kSide, kScaledRows, QImage::Format_RGB32);
+        const std::uint32_t* source = parent.Bits();
+        if (source == nullptr) return;
+        source += (i / 2) * kHalfSide * DIB_square::kSide + (i % 2) * kHalfSide;
+        const QPointF origin = CellOrigin(col, row);
+        for (int y = 0; y < DIB_square::kSide; y += kScaledRows) {
+            DoubleStrip(source + y / 2 * DIB_square::kSide, Pixels(strip));
+            painter.drawImage(origin + QPointF(0, y), strip);
+        }
     }
 
     void DrawFiner(int col, int row)
     {
-        const QRectF source(0, 0, DIB_square::kSide, DIB_square::kSide);
         for (int i = 0; i < kCellsPerParent; ++i) {
-            DIB_square* finer = map.zoomed_out.At(2 * col + i % 2, 2 * row + i / 2);
-            if (finer == nullptr) continue;
-            const QPointF origin = CellOrigin(col, row) + QPointF((i % 2) * kHalfSide, (i / 2) * kHalfSide);
-            painter.drawPixmap(QRectF(origin, QSizeF(kHalfSide, kHalfSide)), finer->Pixmap(), source);
+            const DIB_square* finer = map.zoomed_out.At(2 * col + i % 2, 2 * row + i / 2);
+            if (finer != nullptr && finer->Bits() != nullptr)
+                DrawHalved(*finer, CellOrigin(col, row) + QPointF((i % 2) * kHalfSide, (i / 2) * kHalfSide));
         }
     }
+
+    void DrawHalved(const DIB_square& finer, const QPointF& origin)
+    {
+        static QImage strip(kHalfSide, kScaledRows, QImage::Format_RGB32);
+        for (int y = 0; y < kHalfSide; y += kScaledRows) {
+            HalveStrip(finer.Bits() + 2 * y * DIB_square::kSide, Pixels(strip));
+            painter.drawImage(origin + QPointF(0, y), strip);
+        }
+    }
+
+    /// For writing; a painter that still holds the image's last content keeps it.
+    static std::uint32_t* Pixels(QImage& image) { return reinterpret_cast<std::uint32_t*>(image.bits()); }
 
     QPainter& painter;
     const square_map& map;

@@ -1,6 +1,8 @@
 #include "chart/dib_list.h"
 #include "chart/square_map.h"
+#include "chart/square_scaling.h"
 
+#include <QPainter>
 #include <gtest/gtest.h>
 
 namespace {
@@ -94,6 +96,23 @@ TEST(DibList, OrderAndCountSurviveMoves)
     int walked = 0;
     for (DIB_square* square = list.Head(); square != nullptr; square = square->older) ++walked;
     EXPECT_EQ(walked, list.Count());
+}
+
+TEST(SquareScaling, IsWhatThePainterDoes)
+{
+    QImage square(256, 256, QImage::Format_RGB32);
+    for (int y = 0; y < 256; ++y)
+        for (int x = 0; x < 256; ++x) square.setPixel(x, y, qRgb(x, y, x ^ y));
+    const auto* bits = reinterpret_cast<const std::uint32_t*>(square.constBits());
+    QImage ours(256, kScaledRows, QImage::Format_RGB32);
+    DoubleStrip(bits + 128 * 256 + 128, reinterpret_cast<std::uint32_t*>(ours.bits()));
+    QImage painted(256, 256, QImage::Format_RGB32);
+    QPainter(&painted).drawImage(QRectF(0, 0, 256, 256), square, QRectF(128, 128, 128, 128));
+    EXPECT_TRUE(ours == painted.copy(0, 0, 256, kScaledRows));
+    QImage small(128, kScaledRows, QImage::Format_RGB32);
+    HalveStrip(bits, reinterpret_cast<std::uint32_t*>(small.bits()));
+    QPainter(&painted).drawImage(QRectF(0, 0, 128, 128), square, QRectF(0, 0, 256, 256));
+    EXPECT_TRUE(small == painted.copy(0, 0, 128, kScaledRows));
 }
 
 TEST(DibSquare, KeysKeepABlockTogetherAndRiseAlongRows)
