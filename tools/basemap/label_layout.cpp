@@ -140,6 +140,7 @@ void CLabelLayout::SetAll(const std::vector<CName>& names)
 {
     constexpr double kSmallIsland = 45.0; // pixels; a name does not fit into one, it stands beside
     constexpr double kSmallCountry = 70.0;
+    constexpr double kPeninsula = 12.0; // a cape has no extent
     for (const CName& name : names) {
         const PlaceKind kind = name.place->kind;
         const double reach = ReachOf(*name.place);
@@ -148,7 +149,7 @@ void CLabelLayout::SetAll(const std::vector<CName>& names)
         if (kind == PlaceKind::country) countries.insert(name.place->name);
         if (kind == PlaceKind::town)
             SetTown(name);
-        else if (kind == PlaceKind::cape || (kind == PlaceKind::island && reach < kSmallIsland))
+        else if ((kind == PlaceKind::cape && reach < kPeninsula) || (kind == PlaceKind::island && reach < kSmallIsland))
             SetBeside(name, LetteringOf(kind, name.prominence), 0.8 * reach);
         else if (kind == PlaceKind::country && reach < kSmallCountry)
             SetBeside(name, LetteringOf(kind, 0.0), 0.9 * reach);
