@@ -40,7 +40,7 @@ ApplicationWindow {
         settings.availableHeight = Screen.desktopAvailableHeight
     }
 
-    onVisibilityChanged: if (visibility === Window.Windowed && operatingSystem.isDesktop) placeWindow()
+    onVisibilityChanged: (now) => { if (now === Window.Windowed && operatingSystem.isDesktop) placeWindow() }
     onClosing: saveGeometry()
     Component.onCompleted: {
         theApp.theme = settings.theme

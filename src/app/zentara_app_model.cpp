@@ -44,7 +44,7 @@ CZentaraAppModel::CZentaraAppModel(QQuickItem* parent) : QQuickItem(parent), cur
     resize_timer.setSingleShot(true);
     resize_timer.setInterval(kResizeDelay_ms);
     connect(&resize_timer, &QTimer::timeout, this, &CZentaraAppModel::ApplyResize);
-    connect(qGuiApp, &QGuiApplication::paletteChanged, this, &CZentaraAppModel::themeChanged);
+    qGuiApp->installEventFilter(this);
     connect(qGuiApp, &QGuiApplication::aboutToQuit, this, &CZentaraAppModel::quitting);
     if (p_chart_list != nullptr) {
         p_chart_list->close_maps = [this] { closeAllMapsPendingDownload(); };
@@ -64,6 +64,12 @@ CZentaraAppModel::~CZentaraAppModel()
         p_chart_list->reopen_maps = {};
     }
     theApp = nullptr;
+}
+
+bool CZentaraAppModel::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::ApplicationPaletteChange && chosen_theme == 2) emit themeChanged();
+    return QQuickItem::eventFilter(watched, event);
 }
 
 ZT_HWND CZentaraAppModel::hWnd()

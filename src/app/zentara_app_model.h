@@ -117,6 +117,10 @@ signals:
     void dialogParentChanged();
     void quitting();
 
+protected:
+    /// Follows the system's change between light and dark.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void ApplyResize();
     ZT_HWND hWnd();
