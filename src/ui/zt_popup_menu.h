@@ -18,6 +18,24 @@ class CZTPopupMenu : public QQuickItem {
     Q_PROPERTY(bool usingTouch READ usingTouch CONSTANT)
 
 public:
+    /// Appearances and roles, for the declarative files.
+    enum Look {
+        Normal = Appearance::kNormal,
+        Positive = Appearance::kPositive,
+        Caution = Appearance::kCaution,
+        Disabled = Appearance::kDisabled,
+        Hidden = Appearance::kHidden,
+        Current = Appearance::kCurrent,
+        Separator = Appearance::kSeparator,
+    };
+    Q_ENUM(Look)
+    enum ModelRole {
+        TextRole = CTreeModel::kTextRole,
+        IconRole = CTreeModel::kIconRole,
+        AppearanceRole = CTreeModel::kAppearanceRole,
+    };
+    Q_ENUM(ModelRole)
+
     explicit CZTPopupMenu(QQuickItem* parent = nullptr);
     ~CZTPopupMenu() override;
 
