@@ -197,7 +197,7 @@ struct MappedPoints {
     }
     void Copy()
     {
-        std::memcpy(points.data(), positions.data(), sizeof(points));
+        std::memcpy(static_cast<void*>(points.data()), positions.data(), sizeof(points));
         benchmark::ClobberMemory();
     }
 

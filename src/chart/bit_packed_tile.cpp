@@ -98,6 +98,7 @@ ZT_AVX2 void SpreadCodes(const std::uint8_t* from, unsigned char* out, int words
     constexpr std::uint64_t kMask = 0x0101010101010101 * ((1U << kWidth) - 1);
     for (; words > 0; --words, from += 4, out += kPerWord) {
         const std::uint64_t word = LoadWord(from);
+#pragma GCC unroll 4
         for (int done = 0; done < kPerWord; done += 8) {
             const std::uint64_t codes = _pdep_u64(word >> done * kWidth, kMask);
             std::memcpy(out + done, &codes, sizeof(codes));
@@ -120,6 +121,7 @@ ZT_AVX2 void CodesToIndices(const ColourList& list, unsigned char* out, int coun
         auto* pixels = reinterpret_cast<__m256i*>(out + i);
         __m256i codes = _mm256_loadu_si256(pixels);
         __m256i indices = _mm256_shuffle_epi8(block[0], _mm256_adds_epu8(codes, others));
+#pragma GCC unroll 8
         for (int k = 1; k < kBlocks; ++k) {
             codes = _mm256_sub_epi8(codes, _mm256_set1_epi8(16));
             indices = _mm256_or_si256(indices, _mm256_shuffle_epi8(block[k], _mm256_adds_epu8(codes, others)));

@@ -66,6 +66,7 @@ ZT_AVX2 inline void StorePixels(std::uint32_t* dest, __m256i blue, __m256i green
     const __m256i blue_green[2] = {_mm256_unpacklo_epi8(blue, green), _mm256_unpackhi_epi8(blue, green)};
     const __m256i red_alpha[2] = {_mm256_unpacklo_epi8(red, opaque), _mm256_unpackhi_epi8(red, opaque)};
     auto* out = reinterpret_cast<__m256i*>(dest);
+#pragma GCC unroll 2
     for (int half = 0; half < 2; ++half) {
         const __m256i low = _mm256_unpacklo_epi16(blue_green[half], red_alpha[half]);
         const __m256i high = _mm256_unpackhi_epi16(blue_green[half], red_alpha[half]);
@@ -90,10 +91,13 @@ ZT_AVX2 void ColourByShuffle(const unsigned char* tile, const std::uint32_t* pal
             codes = _mm256_permutevar8x32_epi32(codes, deal);
             __m256i selector = _mm256_adds_epu8(codes, others);
             __m256i channel[3];
+#pragma GCC unroll 3
             for (int c = 0; c < 3; ++c) channel[c] = _mm256_shuffle_epi8(planes.plane[c][0], selector);
+#pragma GCC unroll 8
             for (int k = 1; k < kBlocks; ++k) {
                 codes = _mm256_sub_epi8(codes, _mm256_set1_epi8(16));
                 selector = _mm256_adds_epu8(codes, others);
+#pragma GCC unroll 3
                 for (int c = 0; c < 3; ++c) {
                     channel[c] = _mm256_or_si256(channel[c], _mm256_shuffle_epi8(planes.plane[c][k], selector));
                 }

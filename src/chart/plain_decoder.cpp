@@ -1,65 +1,13 @@
 #include "chart/plain_decoder.h"
 
+#include "chart/huffman_encoding.h"
 #include "chart/rastelle.h"
+#include "chart/run_stream.h"
 
 #include <algorithm>
 #include <cstring>
 
 namespace {
-
-/// Reads a word-form stream: nodes in 16-bit halves, then bits.
-class RunStream {
-public:
-    RunStream(const unsigned int* stream, unsigned int word_count)
-        : words(stream)
-        , node_count(2 * (stream[0] - 1))
-        , bit(32 * std::uint64_t{stream[0]})
-        , bit_end(32 * std::uint64_t{word_count})
-    {}
-
-    std::optional<unsigned> Symbol()
-    {
-        std::uint32_t index = 0;
-        while (index < node_count) {
-            const int node = Node(index);
-            if (node >= 0) return static_cast<unsigned>(node);
-            const auto decision = Bit();
-            if (!decision) return {};
-            index += *decision != 0 ? 1 + static_cast<std::uint32_t>(-node) : 1;
-        }
-        return {};
-    }
-    std::optional<unsigned> RunLength(unsigned run_class)
-    {
-        constexpr unsigned kBase[4] = {1, 2, 6, 22};
-        unsigned value = 0;
-        for (int i = run_class == 0 ? 0 : 1 << run_class; i > 0; --i) {
-            const auto next = Bit();
-            if (!next) return {};
-            value = value << 1 | *next;
-        }
-        return kBase[run_class] + value;
-    }
-    const unsigned int* Position() const { return words + (bit + 31) / 32; }
-
-private:
-    int Node(std::uint32_t index) const
-    {
-        return static_cast<std::int16_t>(words[1 + index / 2] >> (index % 2 != 0 ? 16 : 0) & 0xFFFF);
-    }
-    std::optional<unsigned> Bit()
-    {
-        if (bit >= bit_end) return {};
-        const unsigned value = words[bit / 32] >> bit % 32 & 1;
-        ++bit;
-        return value;
-    }
-
-    const unsigned int* words;
-    std::uint32_t node_count;
-    std::uint64_t bit;
-    std::uint64_t bit_end;
-};
 
 bool ListHolds(std::span<const std::uint8_t> list, unsigned code, std::uint8_t& index)
 {
@@ -113,24 +61,34 @@ std::size_t PlainHuffman(std::span<const std::uint8_t> tree, unsigned char* out,
     return (PlainHuffmanFrom(tree, HuffmanBitsBegin(tree) * 8, out, count) + 7) / 8;
 }
 
-const unsigned int* PlainDecodeRun(const unsigned int* words, unsigned int word_count, unsigned char* out,
-                                   unsigned int count)
+bool HasGoodRunHeader(const unsigned int* words, unsigned int word_count, unsigned int count)
 {
-    constexpr unsigned kMost = 10000000;
-    if (words == nullptr || word_count < 1 || word_count > kMost || count < 1 || count > kMost) return nullptr;
-    if (words[0] < 1 || words[0] >= word_count) return nullptr;
-    RunStream stream(words, word_count);
+    constexpr unsigned kMost = CHuffmanEncoding::kMostWords;
+    if (words == nullptr || word_count < 1 || word_count > kMost || count < 1 || count > kMost) return false;
+    return words[0] >= 1 && words[0] < word_count;
+}
+
+bool PlainDecodeRunFrom(RunStream& stream, unsigned char* out, unsigned int count)
+{
     while (count > 0) {
         const auto symbol = stream.Symbol();
-        if (!symbol) return nullptr;
-        const auto run = stream.RunLength(*symbol >> 8 & 3);
-        if (!run) return nullptr;
+        if (!symbol) return false;
+        const auto run = stream.RunLength(RunStream::RunClass(*symbol));
+        if (!run) return false;
         const unsigned length = std::min(*run, count);
-        std::memset(out, static_cast<int>(*symbol & 0x7F), length);
+        std::memset(out, static_cast<int>(RunStream::Pixel(*symbol)), length);
         out += length;
         count -= length;
     }
-    return stream.Position();
+    return true;
+}
+
+const unsigned int* PlainDecodeRun(const unsigned int* words, unsigned int word_count, unsigned char* out,
+                                   unsigned int count)
+{
+    if (!HasGoodRunHeader(words, word_count, count)) return nullptr;
+    RunStream stream(words, word_count);
+    return PlainDecodeRunFrom(stream, out, count) ? stream.WordPosition() : nullptr;
 }
 
 int CodeWidth(int colours)
