@@ -39,5 +39,6 @@ std::string LocalPath(const std::string& argument)
 {
     if (argument.rfind("file://", 0) != 0) return argument;
     const QUrl url = QUrl::fromEncoded(QByteArray::fromStdString(argument), QUrl::StrictMode);
-    return url.isLocalFile() ? url.toLocalFile().toStdString() : argument;
+    const bool here = url.isValid() && url.host().isEmpty() && !url.path().isEmpty();
+    return here ? url.toLocalFile().toStdString() : argument;
 }

@@ -8,13 +8,10 @@
 
 #include <QDeadlineTimer>
 #include <QFile>
-#include <QTimer>
-#include <QtEndian>
 
 namespace {
 
 constexpr char kGreeting = 'Z';
-constexpr int kLengthSize = 4;
 constexpr int kMaxPeers = 32;
 
 /// The lock, or -1 while another process holds it.
@@ -72,10 +69,8 @@ void SingleApplication::ConnectToPrimary(const QString& socket_path, int timeout
 
 bool SingleApplication::sendMessage(const QByteArray& message, int timeout_ms)
 {
-    if (primary || quint32(message.size()) > kMaxMessage) return false;
-    QByteArray length(kLengthSize, Qt::Uninitialized);
-    qToLittleEndian(quint32(message.size()), length.data());
-    to_primary.write(length + message);
+    if (primary || quint32(message.size()) > CMessageFrames::kMaxMessage) return false;
+    to_primary.write(CMessageFrames::Framed(message));
     while (to_primary.bytesToWrite() > 0) {
         if (!to_primary.waitForBytesWritten(timeout_ms)) return false;
     }
@@ -92,7 +87,7 @@ void SingleApplication::OnNewConnection()
         peers.push_back({socket, ++last_id, {}});
         connect(socket, &QLocalSocket::readyRead, this, [this, socket] { OnReadyRead(socket); });
         connect(socket, &QLocalSocket::disconnected, this, [this, socket] {
-            OnReadyRead(socket);
+            if (socket->bytesAvailable() > 0) OnReadyRead(socket);
             std::erase_if(peers, [socket](const Peer& peer) { return peer.socket == socket; });
             socket->deleteLater();
         });
@@ -113,18 +108,11 @@ void SingleApplication::OnReadyRead(QLocalSocket* socket)
 {
     Peer* peer = FindPeer(socket);
     if (peer == nullptr) return;
-    peer->received += socket->read(qint64(kMaxMessage) + kLengthSize + 1 - peer->received.size());
-    while (peer->received.size() >= kLengthSize) {
-        const quint32 length = qFromLittleEndian<quint32>(peer->received.constData());
-        if (length > kMaxMessage) {
-            socket->abort(); // not one of ours; the disconnected handler removes the peer
-            return;
-        }
-        if (quint32(peer->received.size()) - kLengthSize < length) return;
-        const QByteArray message = peer->received.mid(kLengthSize, int(length));
-        peer->received.remove(0, kLengthSize + int(length));
-        Deliver(peer->id, message);
-    }
+    std::vector<QByteArray> messages;
+    const quint32 id = peer->id;
+    const bool ours = peer->frames.Feed(socket->readAll(), messages);
+    for (const QByteArray& message : messages) Deliver(id, message);
+    if (!ours) socket->abort(); // the disconnected handler removes the peer
 }
 
 void SingleApplication::Deliver(quint32 id, const QByteArray& message)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/message_frames.h"
+
 #include <vector>
 
 #include <QByteArray>
@@ -11,12 +13,10 @@
 ///
 /// A lock file that the kernel releases with its process decides, so that a killed primary never blocks the next start.
 /// Secondary instances hand their messages over through a local socket. Both lie in the user's private runtime folder.
-/// A message is a 32-bit length and that many bytes, at most kMaxMessage. Main thread only.
+/// A message has at most CMessageFrames::kMaxMessage bytes. Main thread only.
 class SingleApplication : public QGuiApplication {
     Q_OBJECT
 public:
-    static constexpr quint32 kMaxMessage = 1 << 20;
-
     /// `timeout_ms`: how long a secondary instance waits for the primary to answer.
     SingleApplication(int& argc, char** argv, int timeout_ms = 1000);
     ~SingleApplication() override;
@@ -35,7 +35,7 @@ private:
     struct Peer {
         QLocalSocket* socket = nullptr;
         quint32 id = 0;
-        QByteArray received;
+        CMessageFrames frames;
     };
 
     void StartServer(const QString& socket_path);

@@ -10,7 +10,10 @@ namespace {
 
 using strings = std::vector<std::string>;
 
-CCommandLine Parse(std::vector<const char*> argv) { return CCommandLine::Parse(int(argv.size()), argv.data()); }
+CCommandLine Parse(std::vector<const char*> argv)
+{
+    return CCommandLine::Parse(int(argv.size()), argv.data());
+}
 
 TEST(CommandLine, TakesTheProfilePairOut)
 {
@@ -46,7 +49,8 @@ strings Received(const std::string& message)
 TEST(CommandLine, FilesArriveWholeInTheOtherInstance)
 {
     const CTemporaryRoot root;
-    const strings names = {"plain.rlt", "with blank.rlt", "per%20cent and blank.rlt", "\xC3\xA4\xC3\xB6 \xE2\x82\xAC#?.rlt"};
+    const strings names = {"plain.rlt", "with blank.rlt", "per%20cent and blank.rlt",
+                           "\xC3\xA4\xC3\xB6 \xE2\x82\xAC#?.rlt"};
     for (const std::string& name : names) {
         std::ofstream(root.file(name)) << "x";
         for (const std::string& argument : {root.file(name), name}) { // absolute, and relative to the folder

@@ -16,7 +16,10 @@ std::string Word(std::uint32_t value)
     return bytes;
 }
 
-std::string Typed(std::uint32_t magic) { return Word(0x73ACF249) + "\xBE" + Word(9) + Word(magic); }
+std::string Typed(std::uint32_t magic)
+{
+    return Word(0x73ACF249) + "\xBE" + Word(9) + Word(magic);
+}
 
 TEST(FileKind, ContentFirstThenExtension)
 {

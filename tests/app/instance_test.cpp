@@ -66,7 +66,10 @@ std::string DataFile(const CTemporaryRoot& root, const std::string& profile, con
     return root.file("data/Zentara/" + profile + "/" + name);
 }
 
-bool Exists(const std::string& path) { return QFile::exists(QString::fromStdString(path)); }
+bool Exists(const std::string& path)
+{
+    return QFile::exists(QString::fromStdString(path));
+}
 
 TEST(Instance, SecondStartHandsOverAndLeaves)
 {
@@ -121,7 +124,8 @@ TEST(Instance, SocketIsPrivateAndSurvivesNoise)
         socket.connectToServer(QString::fromStdString(root.file("zentara/socket")));
         ASSERT_TRUE(socket.waitForConnected(kPatience_ms));
         socket.write(message);
-        while (socket.bytesToWrite() > 0 && socket.waitForBytesWritten(kPatience_ms)) {}
+        while (socket.bytesToWrite() > 0 && socket.waitForBytesWritten(kPatience_ms)) {
+        }
     }
     CProgram second(root);
     second.Start();

@@ -15,6 +15,7 @@
 #include <QQuickItem>
 #include <QQuickStyle>
 #include <QQuickWindow>
+#include <QSettings>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
@@ -41,6 +42,9 @@ protected:
     void SetUp() override
     {
         RegisterOnce();
+        QCoreApplication::setOrganizationName(QStringLiteral("Zentara"));
+        QCoreApplication::setOrganizationDomain(QStringLiteral("zentara.example"));
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QString::fromStdString(root.path()));
         theAppEngine = &engine;
         PersistantData::LoadAll("zentara");
         load_app_data();
@@ -187,7 +191,8 @@ TEST_F(MainWindow, PagesSlideAndTheOldOneIsDetached)
     auto* old_page = Find("dv_page1");
     auto* new_page = Find("dv_page2");
     ASSERT_FALSE(old_page->childItems().isEmpty()) << "the map";
-    QMetaObject::invokeMethod(theApp, "transition", Q_ARG(CDisplayViewPage*, reinterpret_cast<CDisplayViewPage*>(old_page)),
+    QMetaObject::invokeMethod(theApp, "transition",
+                              Q_ARG(CDisplayViewPage*, reinterpret_cast<CDisplayViewPage*>(old_page)),
                               Q_ARG(CDisplayViewPage*, reinterpret_cast<CDisplayViewPage*>(new_page)), Q_ARG(int, -1));
     EXPECT_EQ(new_page->x(), -window->width());
     EXPECT_TRUE(QTest::qWaitFor([&] { return new_page->x() == 0 && !old_page->isVisible(); }, kPatience_ms));
