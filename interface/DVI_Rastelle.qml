@@ -84,14 +84,15 @@ CDVI_Rastelle_Window {
 
     component MapButton: EdgeButton {
         anchors.bottom: parent.bottom
+        anchors.margins: 8
         visible: map.controlsVisible
         opacity: map.controlOpacity * (hovered ? 0.9 : 0.8)
     }
     MapButton {
         objectName: "mapsButton"
         anchors.left: parent.left
-        anchors.leftMargin: map.insetLeft.x
-        anchors.bottomMargin: map.insetLeft.y
+        anchors.leftMargin: 8 + map.insetLeft.x
+        anchors.bottomMargin: 8 + map.insetLeft.y
         icon.source: "qrc:/OpenMap.png"
         Accessible.name: "Maps"
         onClicked: map.onClickedMaps(this)
@@ -99,8 +100,8 @@ CDVI_Rastelle_Window {
     MapButton {
         objectName: "lockGPSButton"
         anchors.right: parent.right
-        anchors.rightMargin: map.insetRight.x
-        anchors.bottomMargin: map.insetRight.y
+        anchors.rightMargin: 8 + map.insetRight.x
+        anchors.bottomMargin: 8 + map.insetRight.y
         icon.source: map.gpsLockedOn ? "qrc:/LockGPSon.svg" : "qrc:/LockGPS.svg"
         Accessible.name: map.gpsLockedOn ? "Following own position" : "Follow own position"
         onClicked: map.onClickedLockGPS()

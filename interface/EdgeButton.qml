@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Controls
+import QtQuick.Controls.impl
 import QtQuick.Controls.Material
 
 // The shared style of the buttons over the map: round, or rounded for a text, and translucent.
@@ -9,13 +10,14 @@ AbstractButton {
     property real side: Math.max(40, 9 * Screen.pixelDensity) // a fingertip: 9 mm at least
     signal rightClicked()
 
-    implicitWidth: Math.max(side, content.implicitWidth + 24)
+    implicitWidth: Math.max(side, implicitContentWidth + 24)
     implicitHeight: side
     padding: 0
     focusPolicy: Qt.TabFocus
     hoverEnabled: true
     icon.width: 24
     icon.height: 24
+    icon.color: Material.foreground
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
 
@@ -25,21 +27,11 @@ AbstractButton {
         border.width: button.visualFocus ? 2 : 1
         border.color: button.visualFocus ? button.Material.accent : Qt.alpha(button.Material.foreground, 0.35)
     }
-    contentItem: Item {
-        id: content
-        implicitWidth: button.text !== "" ? label.implicitWidth : button.icon.width
-        Image {
-            anchors.centerIn: parent
-            source: button.icon.source
-            sourceSize.width: button.icon.width
-            sourceSize.height: button.icon.height
-        }
-        Label {
-            id: label
-            anchors.centerIn: parent
-            text: button.text
-            textFormat: Text.PlainText
-        }
+    contentItem: IconLabel {
+        icon: button.icon
+        text: button.text
+        font: button.font
+        color: button.Material.foreground
     }
 
     TapHandler {

@@ -10,11 +10,13 @@ Item {
 
     component TopButton: EdgeButton {
         anchors.top: parent.top
+        anchors.margins: 8
     }
     component SideButton: EdgeButton {
         visible: buttons.app.hasPages
         enabled: !buttons.sliding
         anchors.verticalCenter: parent.verticalCenter
+        anchors.margins: 8
     }
 
     TopButton {
