@@ -86,6 +86,7 @@ void CRastelleView::DoScroll(double& dx, double& dy)
         dx = dy = 0.0;
         return;
     }
+    at_start_chart = false;
     params.ApplyDelta(dx, dy);
     if (locked_on_gps) {
         gps_anchor_x += dx;

@@ -90,7 +90,8 @@ public:
     void open_rlt_callback(bool ok, const done_function& done);
     void Close();
     void CloseAndReOpenCurrentMap();
-    /// Opens the catalogue's overview at the start position, whole: for a window that has no saved view.
+    /// Opens the catalogue's overview, whole, for a window that has no saved view. As long as the user leaves it alone,
+    /// the first fix still chooses the chart.
     void OpenStartChart();
     void DownloadBestFreeMap(double lat, double lon, done_function done);
     /// Takes `wanted_*` from the chart at the centre; nothing while closed.
@@ -123,6 +124,8 @@ public:
     bool IsOpening() const { return opening; }
     bool IsLockedOnGPS() const { return locked_on_gps; }
     bool HasMoved() const { return touch_moved; }
+    /// Whether squares of the picture are asked for or being read.
+    bool IsLoading();
     bool ShowsPlaceholders() const { return placeholders; }
     const CViewParams& Params() const { return params; }
     double SmoothScale() const { return smooth_scale; }
@@ -156,6 +159,7 @@ private:
     bool ShowBestChart(ZT_HWND parent, done_function done);
     void GoToBestChart(ZT_HWND parent, double lat, double lon, double scale, done_function done);
     void ChooseFirstChart();
+    void LeaveStartChart();
     int LevelFor(double ratio) const;
 
     // Centre, anchor and screen
@@ -240,8 +244,9 @@ private:
     int pinch_start = 0; ///< squared finger distance; 0: no pinch
 
     bool opening = false;
-    bool placeholders = false; ///< the last paint showed squares that stand in for missing data
-    int repaint_held = 0;      ///< above 0 repaints are only noted
+    bool at_start_chart = false; ///< nobody has touched what OpenStartChart shows
+    bool placeholders = false;   ///< the last paint showed squares that stand in for missing data
+    int repaint_held = 0;        ///< above 0 repaints are only noted
     bool repaint_wanted = false;
     CPolynomialProjection projection;
     CWorldWrap wrap;

@@ -43,6 +43,7 @@ void CRastelleView::StartOpening(ZT_HWND parent, const std::string& path, done_f
 {
     attempted_path = path;
     opening = true;
+    at_start_chart = false;
     CloseChart();
     CCachedRastelle::Open(parent, attempted_path.c_str(),
                           [this, done = std::move(done)](bool ok) { open_rlt_callback(ok, done); });
@@ -132,13 +133,15 @@ void CRastelleView::RestoreCurrentMapView()
 
 void CRastelleView::OpenStartChart()
 {
-    if (p_chart_list == nullptr || IsOpen() || opening) return;
+    if (p_chart_list == nullptr || p_chart_list->size() == 0 || IsOpen() || opening) return;
     const CViewSettings& settings = TheViewSettings();
-    const CChartOutline* const found =
+    const CChartOutline* found =
         p_chart_list->FindBestChart(settings.app_default_lat, settings.app_default_lon, kCoarserThanAnyChart);
+    if (found == nullptr) found = &*p_chart_list->Outlines().rbegin();
     wanted_lat = 999.0;
     wanted_scale = 0.0;
-    if (found != nullptr) StartOpening(hWnd(), found->path, {});
+    StartOpening(hWnd(), std::string(found->path), {});
+    at_start_chart = IsOpen();
 }
 
 void CRastelleView::ShowChart(ZT_HWND parent, const std::string& path, done_function done)

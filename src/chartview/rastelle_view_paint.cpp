@@ -38,6 +38,11 @@ bool CRastelleView::onDraw(QPainter* painter, double x, double y, double w, doub
     return true;
 }
 
+bool CRastelleView::IsLoading()
+{
+    return isLoading() || (odd_copy != nullptr && odd_copy->isLoading());
+}
+
 FRect CRastelleView::DrawnRect(const FRect& window) const
 {
     if (smooth_scale >= 1.0) return window;

@@ -14,6 +14,13 @@ constexpr double kNoRealPosition = 0.001;
 /// Scale of the view at the start position, nautical miles per pixel.
 constexpr double kStartScale = 0.18274;
 constexpr double kMinutesPerDegree = 60.0;
+/// A view may come out this much more detailed than was wanted.
+constexpr double kMostDetailGained = 0.75;
+
+bool IsRealPosition(double lat, double lon)
+{
+    return std::hypot(lat, lon) >= kNoRealPosition;
+}
 
 } // namespace
 
@@ -23,7 +30,10 @@ void CRastelleView::OnUpdate(CDataGPSPosition& position)
     gps_lon = position.longitude;
     if (!GPSIsKnown()) return;
     if (IsOpen() || opening) {
-        if (locked_on_gps) GotoLocation(hWnd(), gps_lat, gps_lon, false);
+        if (locked_on_gps)
+            GotoLocation(hWnd(), gps_lat, gps_lon, false);
+        else if (at_start_chart)
+            LeaveStartChart();
     } else {
         ChooseFirstChart();
     }
@@ -32,7 +42,7 @@ void CRastelleView::OnUpdate(CDataGPSPosition& position)
 void CRastelleView::ChooseFirstChart()
 {
     const CViewSettings& settings = TheViewSettings();
-    const bool real = std::hypot(gps_lat, gps_lon) >= kNoRealPosition;
+    const bool real = IsRealPosition(gps_lat, gps_lon);
     wanted_lat = real ? gps_lat : settings.app_default_lat;
     wanted_lon = real ? gps_lon : settings.app_default_lon;
     wanted_scale = 0.0;
@@ -54,6 +64,14 @@ void CRastelleView::ChooseFirstChart()
         CentreOnScreen();
         StartOpening(hWnd(), std::string(found->path), {});
     }
+}
+
+void CRastelleView::LeaveStartChart()
+{
+    if (!IsRealPosition(gps_lat, gps_lon) || p_chart_list == nullptr) return;
+    at_start_chart = false;
+    if (p_chart_list->FindBestChart(gps_lat, gps_lon, 0.0) == nullptr) return;
+    GotoBestMap(hWnd(), gps_lat, gps_lon, 0.0, {});
 }
 
 void CRastelleView::LockOnToGPS(ZT_HWND parent, bool on)
@@ -102,8 +120,8 @@ void CRastelleView::GotoLocation(const CBounds& area)
     const double high = (area.lat_max - area.lat_min) * kMinutesPerDegree;
     const double wide = (area.lon_max - area.lon_min) * kMinutesPerDegree * std::cos(lat * M_PI / 180.0);
     locked_on_gps = false;
-    GotoBestMap(hWnd(), lat, lon, std::max(high / std::max(1.0, screen.height()), wide / std::max(1.0, screen.width())),
-                {});
+    const double needed = std::max(high / std::max(1.0, screen.height()), wide / std::max(1.0, screen.width()));
+    GotoBestMap(hWnd(), lat, lon, needed / kMostDetailGained, {});
 }
 
 void CRastelleView::GotoBestMap(ZT_HWND parent, double lat, double lon, double scale, done_function done)

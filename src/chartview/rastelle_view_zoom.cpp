@@ -29,6 +29,7 @@ bool OneChartOnly()
 
 void CRastelleView::DoZoom(int delta)
 {
+    at_start_chart = false;
     const int level = params.level + delta;
     if (delta == 0 || level < kMinLevel || level > max_level || !IsOpen()) return;
     double x = 0.0;

@@ -21,8 +21,8 @@ constexpr double kMetresPerNauticalMile = 1852.0;
 constexpr double kSmallestOfMainUnit = 0.1;
 /// Below this "%.3g" would turn to exponents.
 constexpr double kSmallestWritten = 0.0001;
-/// The steps are powers of ten times 1, 2 and 5: what fits is judged with this much slack for rounding.
-constexpr double kRoundingSlack = 1.0 + 1e-12;
+/// What fits is judged with this much slack: the factors of the table are not exact.
+constexpr double kRoundingSlack = 1.0 + 1e-6;
 
 /// The largest of 1, 2 or 5 times a power of ten that is not above `limit` (positive).
 double RoundDown125(double limit)
