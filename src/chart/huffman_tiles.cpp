@@ -99,13 +99,37 @@ void SetBit(Lane& lane, std::size_t bit)
     lane.cursor.last_step = 1;
 }
 
+/// The leaf that the buffer's bits lead to from a node; -1 where a far branch, the end of the tree or that of the
+/// buffer calls for the careful way. Moves the buffer behind the bits.
+ZT_ALWAYS_INLINE int WalkNearBranches(std::span<const std::uint8_t> tree, std::size_t node, std::uint64_t& buffer)
+{
+    constexpr std::size_t kFurthestStep = 1 + 127;
+    while (buffer > 1 && node + kFurthestStep < tree.size()) {
+        const unsigned value = tree[node];
+        if (value < 0x80) return static_cast<int>(value);
+        if (value == 0x80) return -1;
+        node += 1 + ((buffer & 1) != 0 ? 256 - value : 0);
+        buffer >>= 1;
+    }
+    return -1;
+}
+
 /// One pixel whose code is longer than the table: walks on from the node that the table leads to.
-bool WalkLongCode(Lane& lane)
+ZT_ALWAYS_INLINE bool WalkLongCode(Lane& lane)
 {
     const std::uint64_t entry = lane.table.pixels[lane.cursor.buffer & (HuffmanTable::kSize - 1)];
     const auto depth = static_cast<int>(entry >> HuffmanTable::kNodeDepthShift);
+    const std::size_t node = entry & 0xFFFFFFFF;
+    Refill(lane.cursor);
+    std::uint64_t buffer = lane.cursor.buffer >> depth;
+    if (const int near = WalkNearBranches(lane.tree, node, buffer); near >= 0) {
+        *lane.cursor.to++ = static_cast<unsigned char>(near);
+        lane.cursor.buffer = buffer;
+        lane.cursor.last_step = 1;
+        return true;
+    }
     std::size_t bit = lane.Bit() + static_cast<std::size_t>(depth);
-    const auto pixel = DescendTree(lane.tree, entry & 0xFFFFFFFF, depth, bit);
+    const auto pixel = DescendTree(lane.tree, node, depth, bit);
     if (!pixel) return false;
     *lane.cursor.to++ = *pixel;
     SetBit(lane, bit);
@@ -113,7 +137,7 @@ bool WalkLongCode(Lane& lane)
 }
 
 /// Brings a lane to where the fast loop can run; false when its tile is finished.
-bool Service(Lane& lane)
+ZT_ALWAYS_INLINE bool Service(Lane& lane)
 {
     for (;;) {
         const std::ptrdiff_t left = lane.end - lane.cursor.to;
@@ -131,7 +155,7 @@ bool Service(Lane& lane)
 }
 
 /// Starts a tile; false when it is finished already.
-bool Begin(Lane& lane, TileJob& job, int count)
+ZT_ALWAYS_INLINE bool Begin(Lane& lane, TileJob& job, int count)
 {
     lane.tree = job.block.subspan(1);
     const HuffmanNode root = HuffmanNodeAt(lane.tree, 0);

@@ -18,6 +18,7 @@ constexpr std::size_t kLongestText = 0xFFFF;    ///< bytes that are looked at fo
 
 std::string TextFrom(std::span<const std::uint8_t> bytes)
 {
+    if (bytes.empty()) return {};
     const auto* begin = reinterpret_cast<const char*>(bytes.data());
     return Latin1ToUtf8({begin, strnlen(begin, std::min(bytes.size(), kLongestText))});
 }

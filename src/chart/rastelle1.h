@@ -8,6 +8,8 @@ class CRastelle1 : public CRastelle {
 public:
     int ReadBlock(int x, int y, int level, unsigned char* out, ThreadDataForRead* thread) override;
     int ReadBlockRow(int x, int y, int count, int level, ThreadDataForRead* thread) override;
+    /// Refuses another family: only a flat one's tile pointers have been found whole.
+    bool OnOpen() override { return header->Family() == Header::kFamilyFlat; }
 
 private:
     bool IsOnChart(int x, int y) const;

@@ -11,14 +11,13 @@
 
 namespace {
 
-constexpr unsigned kTableBits = 11;
-constexpr unsigned kTableSize = 1U << kTableBits;
-constexpr int kLookupsPerRefill = 56 / kTableBits;
+constexpr unsigned kMostTableBits = 11;
+constexpr int kLookupsPerRefill = 56 / kMostTableBits;
 constexpr unsigned kStore = 32; ///< bytes written for a run before it is looked whether that was enough
 
-/// What the next kTableBits bits decode to: up to three single pixels, then one run. From the lowest bit:
-/// bits used (6), singles (2), run length (9), extra bits that are still to be read (4), the three single pixels and
-/// the run's pixel (8 each, from bit 32 on).
+/// What the next bits, as many as the table has, decode to: up to three single pixels, then one run. From the lowest
+/// bit: bits used (6), singles (2), run length (9), extra bits that are still to be read (4), the three single pixels
+/// and the run's pixel (8 each, from bit 32 on).
 using Entry = std::uint64_t;
 constexpr int kSinglesShift = 6;
 constexpr int kRunShift = 8;
@@ -33,8 +32,20 @@ struct FirstSymbol {
     std::uint16_t symbol;
     std::uint8_t length;
 };
-using first_symbols = std::array<FirstSymbol, kTableSize>;
-using run_table = std::array<Entry, kTableSize>;
+using first_symbols = std::array<FirstSymbol, 1 << kMostTableBits>;
+
+struct RunTable {
+    unsigned bits;
+    std::array<Entry, 1 << kMostTableBits> entries; ///< the first 1 << bits, by the next bits
+
+    unsigned Size() const { return 1U << bits; }
+};
+
+/// A table pays for itself by what is decoded with it.
+unsigned TableBits(unsigned count)
+{
+    return count >= 32768 ? kMostTableBits : count >= 4096 ? 8 : 6;
+}
 
 constexpr std::array<std::uint8_t, 256> MakeReversal()
 {
@@ -52,20 +63,20 @@ ZT_ALWAYS_INLINE unsigned ExtraValue(std::uint64_t bits, unsigned extra_bits)
     return kReversedByte[bits & 0xFF] >> (8 - extra_bits);
 }
 
-void FindFirstSymbols(const RunStream& stream, first_symbols& firsts)
+void FindFirstSymbols(const RunStream& stream, unsigned table_bits, first_symbols& firsts)
 {
     struct Pending {
         std::uint32_t node;
         unsigned depth;
         unsigned code; ///< first decision lowest
     };
-    std::array<Pending, kTableBits + 1> pending;
+    std::array<Pending, kMostTableBits + 1> pending;
     std::size_t count = 0;
     pending[count++] = {0, 0, 0};
     while (count > 0) {
         const Pending at = pending[--count];
         const RunStream::Node node = stream.NodeAt(at.node);
-        if (node.kind == RunStream::Node::Kind::branch && at.depth < kTableBits) {
+        if (node.kind == RunStream::Node::Kind::branch && at.depth < table_bits) {
             pending[count++] = {node.right, at.depth + 1, at.code | 1U << at.depth};
             pending[count++] = {node.left, at.depth + 1, at.code};
             continue;
@@ -73,13 +84,13 @@ void FindFirstSymbols(const RunStream& stream, first_symbols& firsts)
         const bool is_leaf = node.kind == RunStream::Node::Kind::leaf;
         const FirstSymbol first{static_cast<std::uint16_t>(node.symbol),
                                 static_cast<std::uint8_t>(is_leaf ? at.depth : 0)};
-        for (unsigned code = at.code; code < kTableSize; code += 1U << at.depth) firsts[code] = first;
+        for (unsigned code = at.code; code < 1U << table_bits; code += 1U << at.depth) firsts[code] = first;
     }
 }
 
-Entry MakeEntry(const first_symbols& firsts, unsigned bits)
+Entry MakeEntry(const first_symbols& firsts, unsigned table_bits, unsigned bits)
 {
-    unsigned left = kTableBits;
+    unsigned left = table_bits;
     unsigned singles = 0;
     Entry pixels = 0;
     for (;;) {
@@ -93,7 +104,7 @@ Entry MakeEntry(const first_symbols& firsts, unsigned bits)
             continue;
         }
         Entry entry = pixels << kPixelsShift | singles << kSinglesShift;
-        if (!known) return entry | (kTableBits - left) | (singles == 0 ? kAttention : 0);
+        if (!known) return entry | (table_bits - left) | (singles == 0 ? kAttention : 0);
         left -= first.length;
         unsigned run = RunStream::RunBase(run_class);
         unsigned extra = RunStream::ExtraBits(run_class);
@@ -104,7 +115,7 @@ Entry MakeEntry(const first_symbols& firsts, unsigned bits)
         }
         if (extra != 0 || run > kStore) entry |= kAttention;
         entry |= Entry{RunStream::Pixel(first.symbol)} << (kPixelsShift + 8 * kMostSingles);
-        return entry | (kTableBits - left) | run << kRunShift | extra << kExtraShift;
+        return entry | (table_bits - left) | run << kRunShift | extra << kExtraShift;
     }
 }
 
@@ -156,15 +167,16 @@ constexpr std::ptrdiff_t kRoom = kLookupsPerRefill * (kMostSingles + kStore) + 2
 constexpr std::ptrdiff_t kRefillReach = 24; ///< two refills: each moves on by up to seven bytes, then eight are read
 
 /// Decodes until little room or data is left, or a code is longer than the table; answers where.
-ZT_ALWAYS_INLINE unsigned char* DecodeFast(const run_table& table, BitBuffer& buffer, const unsigned char* data_end,
+ZT_ALWAYS_INLINE unsigned char* DecodeFast(const RunTable& table, BitBuffer& buffer, const unsigned char* data_end,
                                            unsigned char* out, const unsigned char* end)
 {
     BitBuffer local = buffer;
+    const unsigned mask = table.Size() - 1;
     while (end - out >= kRoom && data_end - local.from >= kRefillReach) {
         local.Refill();
         Entry entry = 0;
         for (int i = 0; i < kLookupsPerRefill; ++i) {
-            entry = table[local.bits & (kTableSize - 1)];
+            entry = table.entries[local.bits & mask];
             const std::uint8_t pixel = TakeEntry(entry, local, out);
             unsigned run = static_cast<unsigned>(entry >> kRunShift) & 0x1FF;
             if ((entry & kAttention) != 0) {
@@ -186,13 +198,13 @@ ZT_ALWAYS_INLINE unsigned char* DecodeFast(const run_table& table, BitBuffer& bu
     return out;
 }
 
-unsigned char* DecodeFastPortable(const run_table& table, BitBuffer& buffer, const unsigned char* data_end,
+unsigned char* DecodeFastPortable(const RunTable& table, BitBuffer& buffer, const unsigned char* data_end,
                                   unsigned char* out, const unsigned char* end)
 {
     return DecodeFast(table, buffer, data_end, out, end);
 }
 #ifdef ZT_AVX2
-ZT_AVX2 unsigned char* DecodeFastAvx2(const run_table& table, BitBuffer& buffer, const unsigned char* data_end,
+ZT_AVX2 unsigned char* DecodeFastAvx2(const RunTable& table, BitBuffer& buffer, const unsigned char* data_end,
                                       unsigned char* out, const unsigned char* end)
 {
     return DecodeFast(table, buffer, data_end, out, end);
@@ -214,9 +226,10 @@ bool DecodeByTable(RunStream& stream, const unsigned int* words, unsigned int wo
                    unsigned int count)
 {
     first_symbols firsts;
-    run_table table;
-    FindFirstSymbols(stream, firsts);
-    for (unsigned bits = 0; bits < kTableSize; ++bits) table[bits] = MakeEntry(firsts, bits);
+    RunTable table;
+    table.bits = TableBits(count);
+    FindFirstSymbols(stream, table.bits, firsts);
+    for (unsigned bits = 0; bits < table.Size(); ++bits) table.entries[bits] = MakeEntry(firsts, table.bits, bits);
 #ifdef ZT_AVX2
     const auto decode = TheInstructionSet() == InstructionSet::avx2 ? DecodeFastAvx2 : DecodeFastPortable;
 #else
@@ -244,9 +257,6 @@ const unsigned int* DecodeRun(const unsigned int* words, unsigned int word_count
 {
     if (!HasGoodRunHeader(words, word_count, count)) return nullptr;
     RunStream stream(words, word_count);
-    // Below this the table costs more than it saves.
-    constexpr unsigned kWorthATable = 4096;
-    const bool good = count < kWorthATable ? PlainDecodeRunFrom(stream, out, count)
-                                           : DecodeByTable(stream, words, word_count, out, count);
+    const bool good = DecodeByTable(stream, words, word_count, out, count);
     return good ? stream.WordPosition() : nullptr;
 }
