@@ -10,6 +10,7 @@ CDlg_display_settings {
         title: "Display"
         showRejectButton: false
         onAccepted: dlg.closeDialog(0)
+        onRejected: dlg.closeDialog(0)
         contents: ColumnLayout {
             width: 320
 

@@ -10,6 +10,7 @@ CDlg_map_settings {
         title: "Map Settings"
         showRejectButton: false
         onAccepted: dlg.closeDialog(0)
+        onRejected: dlg.closeDialog(0)
         contents: ColumnLayout {
             width: 320
 

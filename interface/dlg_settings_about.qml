@@ -9,6 +9,7 @@ CDlg_settings_about {
         title: "About"
         showRejectButton: false
         onAccepted: dlg.closeDialog(0)
+        onRejected: dlg.closeDialog(0)
         contents: Column {
             spacing: 12
             width: 420

@@ -138,7 +138,9 @@ void CRastelleView::OpenStartChart()
     const CChartOutline* found =
         p_chart_list->FindBestChart(settings.app_default_lat, settings.app_default_lon, kCoarserThanAnyChart);
     if (found == nullptr) found = &*p_chart_list->Outlines().rbegin();
-    wanted_lat = 999.0;
+    // Where the chart has the start position it is shown around it, sharp; otherwise the whole of it.
+    wanted_lat = settings.app_default_lat;
+    wanted_lon = settings.app_default_lon;
     wanted_scale = 0.0;
     StartOpening(hWnd(), std::string(found->path), {});
     at_start_chart = IsOpen();
