@@ -3,6 +3,7 @@
 #include "chart/rastelle.h"
 #include "chartview/overlay_tool.h"
 #include "chartview/view_services.h"
+#include "core/user_data_changed.h"
 
 #include <cmath>
 
@@ -88,6 +89,7 @@ void CRastelleView::DoScroll(double& dx, double& dy)
     }
     at_start_chart = false;
     params.ApplyDelta(dx, dy);
+    NoteUserDataChanged();
     if (locked_on_gps) {
         gps_anchor_x += dx;
         gps_anchor_y += dy;

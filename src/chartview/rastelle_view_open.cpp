@@ -4,6 +4,7 @@
 #include "chartview/view_services.h"
 #include "core/files.h"
 #include "core/message_sink.h"
+#include "core/user_data_changed.h"
 #include "overlays/overlay_source.h"
 
 #include <cmath>
@@ -91,6 +92,7 @@ void CRastelleView::OnOpened()
                     "areas.");
     }
     last_path = attempted_path;
+    NoteUserDataChanged();
     if (p_chart_list != nullptr) p_chart_list->current = p_chart_list->FindFile(last_path, 0.0);
 
     SetCurrentMapView();

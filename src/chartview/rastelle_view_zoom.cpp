@@ -2,6 +2,7 @@
 #include "chartview/rastelle_view.h"
 #include "core/clock.h"
 #include "core/message_sink.h"
+#include "core/user_data_changed.h"
 
 #include <cmath>
 
@@ -38,6 +39,7 @@ void CRastelleView::DoZoom(int delta)
     double anchor_y = 0.0;
     params.ScreenToImage(pointer_x, pointer_y, x, y);
     params.ScreenToImage(gps_anchor_x, gps_anchor_y, anchor_x, anchor_y);
+    NoteUserDataChanged();
     params.SetLevel(level);
     params.AdjustOffset(pointer_x, pointer_y, x, y);
     if (locked_on_gps) {
