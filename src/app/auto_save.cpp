@@ -3,14 +3,14 @@
 #include "app/app_data.h"
 #include "core/user_data_changed.h"
 
-CAutoSave::CAutoSave()
+CAutoSave::CAutoSave(int delay_ms, int longest_delay_ms)
 {
     for (QTimer* timer : {&quiet, &latest}) {
         timer->setSingleShot(true);
         connect(timer, &QTimer::timeout, this, &CAutoSave::Save);
     }
-    quiet.setInterval(kDelay_ms);
-    latest.setInterval(kLongestDelay_ms);
+    quiet.setInterval(delay_ms);
+    latest.setInterval(longest_delay_ms);
     SetUserDataChangedCallback([this] { NoteChange(); });
 }
 

@@ -11,7 +11,7 @@ public:
     static constexpr int kDelay_ms = 3000;
     static constexpr int kLongestDelay_ms = 20000;
 
-    CAutoSave();
+    explicit CAutoSave(int delay_ms = kDelay_ms, int longest_delay_ms = kLongestDelay_ms);
     ~CAutoSave() override;
     /// Something of the user's has changed.
     void NoteChange();
