@@ -19,7 +19,7 @@ TreeView {
         selectionModel.setCurrentIndex(index, ItemSelectionModel.NoUpdate)
         tree.rightClickedItem(index, row)
     }
-    function currentRow() {
+    function currentEntry() {
         return itemAtCell(Qt.point(0, rowAtIndex(selectionModel.currentIndex)))
     }
 
@@ -37,9 +37,9 @@ TreeView {
         if (activeFocus && rows > 0 && !selectionModel.currentIndex.valid)
             selectionModel.setCurrentIndex(modelIndex(Qt.point(0, 0)), ItemSelectionModel.NoUpdate)
     }
-    Keys.onReturnPressed: choose(selectionModel.currentIndex, currentRow())
-    Keys.onEnterPressed: choose(selectionModel.currentIndex, currentRow())
-    Keys.onMenuPressed: openMenu(selectionModel.currentIndex, currentRow())
+    Keys.onReturnPressed: choose(selectionModel.currentIndex, currentEntry())
+    Keys.onEnterPressed: choose(selectionModel.currentIndex, currentEntry())
+    Keys.onMenuPressed: openMenu(selectionModel.currentIndex, currentEntry())
     Keys.onSpacePressed: tree.onToggleCheckstate(selectionModel.currentIndex)
 
     Connections {

@@ -9,12 +9,13 @@ ZTDialogFrame {
     property Item footer
     // A width that the contents set themselves, 0 when they are as wide as they like.
     property real contentsOwnWidth: 0
+    property bool measured: false
     readonly property real contentsWanted: contentsOwnWidth > 0 ? contentsOwnWidth
                                                                 : contents ? contents.implicitWidth : 0
     readonly property real footerHeight: footer ? footer.implicitHeight + margins : 0
 
     function fitContents() {
-        if (contents)
+        if (measured && contents)
             contents.width = Math.min(contentsWanted, scroller.width)
     }
     function showFocused(item) {
@@ -43,6 +44,7 @@ ZTDialogFrame {
             contentsOwnWidth = contents.width !== contents.implicitWidth ? contents.width : 0
             contents.parent = holder
         }
+        measured = true
         fitContents()
     }
 

@@ -20,6 +20,6 @@ ToolButton {
     ToolTip.text: label
     ToolTip.visible: hovered && label.length > 0
     ToolTip.delay: 800
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
 }

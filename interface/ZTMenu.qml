@@ -16,6 +16,7 @@ Menu {
     modal: true
     dim: false
     focus: true
+    exit: Transition {}
     delegate: ZTMenuItem {}
 
     function fitWidth() {

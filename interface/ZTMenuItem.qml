@@ -8,6 +8,7 @@ import com.zentara.zt
 MenuItem {
     id: entry
 
+    readonly property bool isMenuEntry: true
     property var nodeIndex
     property int appearance: CZTPopupMenu.Normal
     property string iconSource: subMenu ? subMenu.iconSource : ""
@@ -26,8 +27,8 @@ MenuItem {
     Accessible.checked: current
     Material.foreground: appearance === CZTPopupMenu.Positive ? Material.Green
                          : appearance === CZTPopupMenu.Caution ? Material.DeepOrange : undefined
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
 
     contentItem: Row {
         id: content
@@ -61,6 +62,6 @@ MenuItem {
     TapHandler {
         acceptedButtons: Qt.RightButton
         gesturePolicy: TapHandler.ReleaseWithinBounds
-        onTapped: entry.click()
+        onTapped: entry.clicked()
     }
 }

@@ -4,10 +4,11 @@ import com.zentara.zt
 
 // Turns a finished tree into a menu and opens it; what was chosen is told when the menu has gone.
 CZTPopupMenu {
-    id: popup
+    id: sheet
 
     property var chosen
     property Item draggedOver
+    property var menus: [menu]
 
     function createMenuTree(parentIndex, parentMenu) {
         for (let row = 0; row < model.rowCount(parentIndex); ++row) {
@@ -19,8 +20,11 @@ CZTPopupMenu {
             const text = model.data(index, CZTPopupMenu.TextRole)
             const appearance = model.data(index, CZTPopupMenu.AppearanceRole)
             if (model.rowCount(index) > 0) {
-                const submenu = submenuComponent.createObject(parentMenu, Object.assign(look, {"title": text}))
+                const submenu = submenuComponent.createObject(parentMenu, Object.assign(look, {
+                    "title": text, "windowWidth": width
+                }))
                 createMenuTree(index, submenu)
+                menus.push(submenu)
                 parentMenu.addMenu(submenu)
             } else if (appearance === CZTPopupMenu.Separator) {
                 parentMenu.addItem(separatorComponent.createObject())
@@ -31,6 +35,15 @@ CZTPopupMenu {
             }
         }
         parentMenu.fitWidth()
+    }
+
+    // A submenu may take the place of its parent, which is then closed.
+    function finishWhenClosed() {
+        if (menus.some((open) => open.visible))
+            return
+        if (chosen !== undefined)
+            itemTriggered(chosen)
+        menuClosed()
     }
 
     anchors.fill: parent
@@ -45,20 +58,15 @@ CZTPopupMenu {
         if (title.length > 0)
             menu.addItem(titleComponent.createObject(null, {"text": title}))
         createMenuTree(model.index(-1, -1), menu)
-        menu.popup(popup, origin.x, origin.y)
+        menu.popup(sheet, origin.x, origin.y)
     }
 
     ZTMenu {
         id: menu
         objectName: "menu"
-        touch: popup.usingTouch
-        windowWidth: popup.parent.width
-        exit: Transition {}
-        onClosed: {
-            if (popup.chosen !== undefined)
-                popup.itemTriggered(popup.chosen)
-            popup.menuClosed()
-        }
+        touch: sheet.usingTouch
+        windowWidth: sheet.width
+        onClosed: Qt.callLater(sheet.finishWhenClosed)
     }
     Component {
         id: titleComponent
@@ -74,7 +82,9 @@ CZTPopupMenu {
     }
     Component {
         id: submenuComponent
-        ZTMenu { windowWidth: popup.parent.width }
+        ZTMenu {
+            onClosed: Qt.callLater(sheet.finishWhenClosed)
+        }
     }
     Component {
         id: separatorComponent
@@ -82,6 +92,6 @@ CZTPopupMenu {
     }
     Component {
         id: entryComponent
-        ZTMenuItem { onTriggered: popup.chosen = nodeIndex }
+        ZTMenuItem { onTriggered: sheet.chosen = nodeIndex }
     }
 }

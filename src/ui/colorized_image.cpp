@@ -24,7 +24,7 @@ IconFile TakeApart(const std::string& name)
 {
     QString path = QString::fromStdString(name);
     if (path.startsWith(QLatin1String("qrc:"))) path.remove(0, 3);
-    if (!path.startsWith(QLatin1Char(':'))) path.prepend(QLatin1String(":/"));
+    if (!path.startsWith(QLatin1Char(':')) && !path.startsWith(QLatin1Char('/'))) path.prepend(QLatin1String(":/"));
     for (const char* extension : {".svg", ".png"}) {
         const QLatin1String ending(extension);
         if (path.endsWith(ending)) return {path.chopped(ending.size()), ending};

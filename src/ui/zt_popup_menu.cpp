@@ -14,7 +14,7 @@
 namespace {
 
 constexpr const char* kMenuUrl = "qrc:/ZTPopupMenu.qml";
-constexpr const char* kEntryProperty = "nodeIndex"; ///< what the declarative entries are known by
+constexpr const char* kEntryProperty = "isMenuEntry"; ///< what the declarative entries are known by
 
 void LogMenuErrors(const QQmlComponent& component)
 {
@@ -132,7 +132,7 @@ bool CZTPopupMenu::eventFilter(QObject* watched, QEvent* event)
         const QPointF place = static_cast<QMouseEvent*>(event)->position();
         QQuickItem* entry = m_drag_started ? DeepestEntry(m_followed->contentItem(), place) : nullptr;
         StopFollowing();
-        if (entry != nullptr && entry->isEnabled()) QMetaObject::invokeMethod(entry, "click", Qt::QueuedConnection);
+        if (entry != nullptr && entry->isEnabled()) QMetaObject::invokeMethod(entry, "clicked", Qt::QueuedConnection);
     }
     return false;
 }
