@@ -23,7 +23,9 @@ Rectangle {
     required property int checkedState
     required property var button
     required property int appearance
-    readonly property var index: treeView.modelIndex(Qt.point(0, row))
+
+    // Asked for at each use: rows move.
+    function modelIndex() { return treeView.modelIndex(Qt.point(0, row)) }
 
     implicitHeight: Math.max(ZTMetrics.touchRow, layout.implicitHeight + 8)
     color: selected ? Qt.tint(Material.background, "#20008000") : "transparent"
@@ -41,11 +43,11 @@ Rectangle {
         onPressed: (mouse) => {
             entry.treeView.forceActiveFocus(Qt.MouseFocusReason)
             if (mouse.button === Qt.RightButton)
-                entry.treeView.openMenu(entry.index, entry)
+                entry.treeView.openMenu(entry.modelIndex(), entry)
         }
         onClicked: (mouse) => {
             if (mouse.button === Qt.LeftButton)
-                entry.treeView.choose(entry.index, entry)
+                entry.treeView.choose(entry.modelIndex(), entry)
         }
         onDoubleClicked: (mouse) => {
             if (mouse.button !== Qt.LeftButton)
@@ -53,11 +55,11 @@ Rectangle {
             if (entry.hasChildren)
                 entry.treeView.toggleExpanded(entry.row)
             else
-                entry.treeView.tree.doubleClickedItem(entry.index, entry)
+                entry.treeView.tree.doubleClickedItem(entry.modelIndex(), entry)
         }
         onPressAndHold: (mouse) => {
             if (mouse.button === Qt.LeftButton)
-                entry.treeView.openMenu(entry.index, entry)
+                entry.treeView.openMenu(entry.modelIndex(), entry)
         }
     }
     RowLayout {
@@ -86,7 +88,7 @@ Rectangle {
             nextCheckState: () => entry.checkedState
             focusPolicy: Qt.NoFocus
             Accessible.name: entry.text
-            onClicked: entry.treeView.tree.onToggleCheckstate(entry.index)
+            onClicked: entry.treeView.tree.onToggleCheckstate(entry.modelIndex())
         }
         IconImage {
             visible: entry.icon.length > 0
@@ -128,7 +130,7 @@ Rectangle {
                 objectName: "button" + index
                 text: modelData
                 focusPolicy: Qt.NoFocus
-                onClicked: entry.treeView.tree.clickedItemButton(entry.index, index, this)
+                onClicked: entry.treeView.tree.clickedItemButton(entry.modelIndex(), index, this)
             }
         }
     }

@@ -30,7 +30,7 @@ CButtonAdaptor_q {
                 id: label
                 objectName: "label"
                 width: parent.width
-                height: picture.visible ? implicitHeight : parent.height
+                height: item.iconWidth > 0 ? Math.ceil(font.pixelSize * 1.4) : parent.height
                 anchors.bottom: parent.bottom
                 visible: item.label.length > 0
                 text: item.label

@@ -1,6 +1,5 @@
 #include "ui/tree_view_node.h"
 
-#include "core/tree_outline_node.h"
 #include "ui/tree_model.h"
 
 #include <algorithm>

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/bounds.h"
+#include "core/tree_outline_node.h"
 
 #include <functional>
 #include <list>
@@ -11,7 +12,6 @@
 #include <Qt>
 
 class CTreeModel;
-class TreeOutlineNode;
 
 /// How a node's children are ordered for the view. The children themselves keep the order of insertion.
 enum class TreeSort {
