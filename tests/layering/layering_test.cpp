@@ -92,9 +92,12 @@ TEST(Layering, RuleItselfCatchesFaults)
         const char* include;
         bool wrong;
     } const cases[] = {
-        {"down", "chart/a.cpp", "core/b.h", false},      {"same_room", "chart/a.cpp", "chart/b.h", false},
-        {"up", "core/a.cpp", "chart/b.h", true},         {"sub_folder_has_its_own_level", "ui/lists/a.cpp", "chart/b.h", false},
-        {"its_parent_may_not", "ui/a.cpp", "ui/lists/b.h", true}, {"relative", "chart/a.cpp", "b.h", true},
+        {"down", "chart/a.cpp", "core/b.h", false},
+        {"same_room", "chart/a.cpp", "chart/b.h", false},
+        {"up", "core/a.cpp", "chart/b.h", true},
+        {"sub_folder_has_its_own_level", "ui/lists/a.cpp", "chart/b.h", false},
+        {"its_parent_may_not", "ui/a.cpp", "ui/lists/b.h", true},
+        {"relative", "chart/a.cpp", "b.h", true},
         {"outside_every_room", "other/a.cpp", "core/b.h", true},
     };
     for (const auto& row : cases) {
