@@ -12,16 +12,30 @@ Button {
     rightPadding: 12
     font.capitalization: Font.MixedCase
     focusPolicy: Qt.StrongFocus
-    Material.elevation: 0
     Accessible.name: text.trim()
+    topInset: 4
+    bottomInset: 4
     contentItem: Label {
         text: control.text
         textFormat: Text.PlainText
         font: control.font
-        color: control.highlighted ? control.Material.primaryHighlightedTextColor : control.Material.foreground
+        color: control.highlighted ? control.Material.dialogColor : control.Material.foreground
         opacity: control.enabled ? 1 : 0.4
         elide: Text.ElideRight
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
+    }
+    background: Rectangle {
+        radius: 4
+        color: control.highlighted ? control.Material.accent : "transparent"
+        border.width: control.visualFocus ? 2 : 1
+        border.color: control.visualFocus ? control.Material.foreground : control.Material.dividerColor
+
+        Rectangle {
+            anchors.fill: parent
+            radius: parent.radius
+            color: control.Material.foreground
+            opacity: control.down ? 0.2 : control.hovered ? 0.08 : 0
+        }
     }
 }

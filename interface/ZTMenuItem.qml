@@ -39,7 +39,7 @@ MenuItem {
             source: entry.iconSource
             sourceSize.width: ZTMetrics.iconSize
             sourceSize.height: ZTMetrics.iconSize
-            color: "grey"
+            color: entry.highlighted ? entry.Material.foreground : "grey"
         }
         Label {
             objectName: "label"
