@@ -121,25 +121,39 @@ void RegisterBoth(const std::string& row, const std::function<void()>& ours, con
 
 /// Decoded tiles and the pixels they become.
 struct ColouredTiles {
-    explicit ColouredTiles(int index_limit)
+    /// One tile of random indices: no two neighbours alike.
+    explicit ColouredTiles(int index_limit) : tiles(1)
     {
         std::mt19937 random(1);
-        for (auto& pixel : tile) pixel = static_cast<unsigned char>(random() % static_cast<unsigned>(index_limit));
+        for (auto& pixel : tiles[0]) pixel = static_cast<unsigned char>(random() % static_cast<unsigned>(index_limit));
         note.index_limit = index_limit;
         for (auto& colour : palette) colour = static_cast<std::uint32_t>(random()) | 0xFF000000;
     }
+    /// Every eighth tile of a sample.
+    explicit ColouredTiles(ChartKind kind) : ColouredTiles(kPaletteSize)
+    {
+        tiles.clear();
+        for (int tile = 0; tile < kTiles * kTiles; tile += 8) {
+            const auto image = Sample(kind).Tile(tile % kTiles, tile / kTiles);
+            std::copy(image.begin(), image.end(), tiles.emplace_back().begin());
+        }
+    }
     void Colour()
     {
-        ColourTile(tile.data(), note, palette.data(), pixels.data(), kTileSide);
-        benchmark::ClobberMemory();
+        for (const auto& tile : tiles) {
+            ColourTile(tile.data(), note, palette.data(), pixels.data(), kTileSide);
+            benchmark::ClobberMemory();
+        }
     }
     void Copy()
     {
-        std::memcpy(copy.data(), pixels.data(), sizeof(pixels));
-        benchmark::ClobberMemory();
+        for (std::size_t i = 0; i < tiles.size(); ++i) {
+            std::memcpy(copy.data(), pixels.data(), sizeof(pixels));
+            benchmark::ClobberMemory();
+        }
     }
 
-    ThreadDataForRead::tile_buffer tile;
+    std::vector<ThreadDataForRead::tile_buffer> tiles;
     TileNote note;
     std::array<std::uint32_t, kPaletteSize> palette;
     alignas(64) std::array<std::uint32_t, kTilePixels> pixels;
@@ -221,6 +235,9 @@ const bool decode_rows = [] {
                 CodingName(coding) + letter, [=] { tiles().Decode(); }, "plain decoder",
                 [=] { tiles().DecodePlainly(); });
         }
+        const auto coloured = Lazily<ColouredTiles>(kind);
+        RegisterRatio("palette expansion, 128 indices," + letter + " (portable)",
+                      Portably([=] { coloured().Colour(); }), "memory copy of the pixels", [=] { coloured().Copy(); });
         const auto chunk = Lazily<CodedChunk>(kind);
         RegisterBoth(
             "run stream" + letter, [=] { chunk().Decode(); }, "plain decode_run", [=] { chunk().DecodePlainly(); });
@@ -235,7 +252,7 @@ const bool decode_rows = [] {
     }
     for (const int limit : {16, 32, 64, 128}) {
         const auto tiles = Lazily<ColouredTiles>(limit);
-        RegisterBoth(
+        RegisterRatio(
             "palette expansion, " + std::to_string(limit) + " indices", [=] { tiles().Colour(); },
             "memory copy of the pixels", [=] { tiles().Copy(); });
     }

@@ -24,7 +24,9 @@ void ColourPortable(const unsigned char* tile, const std::uint32_t* palette, std
             std::memcpy(indices, from + column, sizeof(indices));
             const std::uint32_t first = palette[from[column] & 0x7F];
             if (indices[0] == indices[1] && indices[0] == from[column] * kEach) {
-                std::fill_n(dest + column, kGroup, first);
+                typedef std::uint32_t vector __attribute__((vector_size(4 * kGroup)));
+                const vector pixels = vector{} + first;
+                std::memcpy(dest + column, &pixels, sizeof(pixels));
                 continue;
             }
             for (int i = 0; i < kGroup; ++i) dest[column + i] = palette[from[column + i] & 0x7F];

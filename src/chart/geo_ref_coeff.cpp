@@ -4,9 +4,8 @@
 
 void Geo_ref_coeff_t::polynomial(double a, double b, double& out1, double& out2, const double (*c)[10])
 {
-    const double first = EvaluateCubic(c[0], a, b);
-    out2 = EvaluateCubic(c[1], a, b);
-    out1 = first;
+    EvaluateCubic(c[0], a, b, out1);
+    EvaluateCubic(c[1], a, b, out2);
 }
 
 void Geo_ref_coeff_t::xy_to_latlong(double x, double y, double& lat, double& lon) const
@@ -19,7 +18,8 @@ void Geo_ref_coeff_t::xy_to_latlong(double x, double y, double& lat, double& lon
 
 void Geo_ref_coeff_t::latlong_to_xy(double lat, double lon, double& x, double& y, double centre_lon) const
 {
-    polynomial(lat, LongitudeNear(lon, centre_lon), x, y, forward);
+    BringNear(lon, centre_lon);
+    polynomial(lat, lon, x, y, forward);
 }
 
 double Geo_ref_coeff_t::get_scale(double x, double y) const

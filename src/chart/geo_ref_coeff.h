@@ -31,17 +31,20 @@ CubicGradient GradientOfCubic(const double (&c)[10], double a, double b);
 /// The length of the gradient of latitude in minutes: nautical miles per pixel; 0 when it is not finite.
 double ScaleOfGradient(const CubicGradient& latitude_by_pixel);
 
-/// One cubic at (a, b). The order of the operations is part of the contract: all ways of mapping a point agree to the
-/// last bit.
-inline double EvaluateCubic(const double (&c)[10], double a, double b)
+/// One cubic at (a, b), which are numbers or vectors of numbers. The order of the operations is part of the contract:
+/// all ways of mapping a point agree to the last bit.
+template <class Number>
+[[gnu::always_inline]] inline void EvaluateCubic(const double (&c)[10], const Number& a, const Number& b,
+                                                 Number& result)
 {
-    return c[0] + c[1] * a + c[2] * b + c[3] * a * a + c[4] * a * b + c[5] * b * b + c[6] * a * a * a +
-           c[7] * a * a * b + c[8] * a * b * b + c[9] * b * b * b;
+    result = c[0] + c[1] * a + c[2] * b + c[3] * a * a + c[4] * a * b + c[5] * b * b + c[6] * a * a * a +
+             c[7] * a * a * b + c[8] * a * b * b + c[9] * b * b * b;
 }
-/// The longitude on the side of the antimeridian that `centre_lon` is on.
-inline double LongitudeNear(double lon, double centre_lon)
+/// Takes a longitude (or a vector of them) to the side of the antimeridian that `centre_lon` is on.
+template <class Number>
+[[gnu::always_inline]] inline void BringNear(Number& lon, double centre_lon)
 {
-    const double d = lon - centre_lon;
-    if (d * d > 180.0 * 180.0) return d < 0.0 ? lon + 360.0 : lon - 360.0;
-    return lon;
+    const Number d = lon - centre_lon;
+    const Number other_side = d < 0.0 ? lon + 360.0 : lon - 360.0;
+    lon = d * d > 180.0 * 180.0 ? other_side : lon;
 }

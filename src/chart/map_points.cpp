@@ -5,18 +5,31 @@
 #include "chart/target_attributes.h"
 
 #include <cstddef>
+#include <cstring>
 #ifdef ZT_AVX2
 #include <immintrin.h>
 #endif
 
 namespace {
 
-void MapOneByOne(const CPolynomialProjection& projection, std::span<const GeoPoint> positions, DblPoint* out)
+/// Maps in pairs; how many points that were.
+std::size_t MapInTwos(const CPolynomialProjection& projection, std::span<const GeoPoint> positions, DblPoint* out)
 {
-    for (const GeoPoint& position : positions) {
-        projection.latlong_to_xy(position.lat, position.lon, out->x, out->y);
-        ++out;
+    typedef double vector __attribute__((vector_size(16)));
+    const std::size_t paired = positions.size() / 2 * 2;
+    for (std::size_t i = 0; i < paired; i += 2) {
+        vector points[2], x, y;
+        std::memcpy(points, &positions[i], sizeof(points));
+        vector lat = __builtin_shufflevector(points[0], points[1], 0, 2) - projection.lat_shift;
+        vector lon = __builtin_shufflevector(points[0], points[1], 1, 3) - projection.lon_shift;
+        BringNear(lon, projection.centre_lon);
+        EvaluateCubic(projection.forward[0], lat, lon, x);
+        EvaluateCubic(projection.forward[1], lat, lon, y);
+        points[0] = __builtin_shufflevector(x, y, 0, 2);
+        points[1] = __builtin_shufflevector(x, y, 1, 3);
+        std::memcpy(static_cast<void*>(&out[i]), points, sizeof(points));
     }
+    return paired;
 }
 
 #ifdef ZT_AVX2
@@ -42,8 +55,8 @@ ZT_AVX2 inline __m256d CubicOfFour(const double (&c)[10], __m256d a, __m256d b)
     return _mm256_add_pd(sum, _mm256_mul_pd(c9b2, b));
 }
 
-/// LongitudeNear for four.
-ZT_AVX2 inline __m256d FourLongitudesNear(__m256d lon, double centre_lon)
+/// BringNear for four.
+ZT_AVX2 inline __m256d FourBroughtNear(__m256d lon, double centre_lon)
 {
     const __m256d full_turn = _mm256_set1_pd(360.0);
     const __m256d d = _mm256_sub_pd(lon, _mm256_set1_pd(centre_lon));
@@ -52,7 +65,9 @@ ZT_AVX2 inline __m256d FourLongitudesNear(__m256d lon, double centre_lon)
     return _mm256_blendv_pd(lon, other_side, far);
 }
 
-ZT_AVX2 void MapInFours(const CPolynomialProjection& projection, std::span<const GeoPoint> positions, DblPoint* out)
+/// Maps in fours, by hand: the compiler would split vectors of this width in what both sets share.
+ZT_AVX2 std::size_t MapInFours(const CPolynomialProjection& projection, std::span<const GeoPoint> positions,
+                               DblPoint* out)
 {
     const std::size_t fours = positions.size() / 4;
     for (std::size_t i = 0; i < fours; ++i) {
@@ -63,14 +78,14 @@ ZT_AVX2 void MapInFours(const CPolynomialProjection& projection, std::span<const
         __m256d lon = _mm256_unpackhi_pd(first, second);
         lat = _mm256_sub_pd(lat, _mm256_set1_pd(projection.lat_shift));
         lon = _mm256_sub_pd(lon, _mm256_set1_pd(projection.lon_shift));
-        lon = FourLongitudesNear(lon, projection.centre_lon);
+        lon = FourBroughtNear(lon, projection.centre_lon);
         const __m256d x = CubicOfFour(projection.forward[0], lat, lon);
         const __m256d y = CubicOfFour(projection.forward[1], lat, lon);
         double* to = &out[4 * i].x;
         _mm256_storeu_pd(to, _mm256_unpacklo_pd(x, y));
         _mm256_storeu_pd(to + 4, _mm256_unpackhi_pd(x, y));
     }
-    MapOneByOne(projection, positions.subspan(4 * fours), out + 4 * fours);
+    return 4 * fours;
 }
 #endif
 
@@ -79,7 +94,11 @@ ZT_AVX2 void MapInFours(const CPolynomialProjection& projection, std::span<const
 void MapPoints(const CPolynomialProjection& projection, std::span<const GeoPoint> positions, DblPoint* out)
 {
 #ifdef ZT_AVX2
-    if (TheInstructionSet() == InstructionSet::avx2) return MapInFours(projection, positions, out);
+    const auto map = TheInstructionSet() == InstructionSet::avx2 ? MapInFours : MapInTwos;
+#else
+    const auto map = MapInTwos;
 #endif
-    MapOneByOne(projection, positions, out);
+    for (std::size_t i = map(projection, positions, out); i < positions.size(); ++i) {
+        projection.latlong_to_xy(positions[i].lat, positions[i].lon, out[i].x, out[i].y);
+    }
 }

@@ -34,7 +34,9 @@ void CMixTables::ReduceRowByHalf(const unsigned char* a, const unsigned char* b,
         const std::uint64_t differences =
             (samples[0] ^ first) | (samples[1] ^ first) | (samples[2] ^ first) | (samples[3] ^ first);
         if (differences == 0 && keeps_colours) {
-            std::fill_n(dest, kGroup / 2, last_mix[a[column] * kPaletteSize + a[column]]);
+            typedef std::uint32_t vector __attribute__((vector_size(2 * kGroup)));
+            const vector pixels = vector{} + last_mix[a[column] * kPaletteSize + a[column]];
+            std::memcpy(dest, &pixels, sizeof(pixels));
             continue;
         }
         for (int i = 0; i < kGroup / 2; ++i) {

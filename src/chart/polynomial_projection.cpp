@@ -38,7 +38,10 @@ void CPolynomialProjection::xy_to_latlong(double x, double y, double& lat, doubl
 
 void CPolynomialProjection::latlong_to_xy(double lat, double lon, double& x, double& y) const
 {
-    Geo_ref_coeff_t::polynomial(lat - lat_shift, LongitudeNear(lon - lon_shift, centre_lon), x, y, forward);
+    lat -= lat_shift;
+    lon -= lon_shift;
+    BringNear(lon, centre_lon);
+    Geo_ref_coeff_t::polynomial(lat, lon, x, y, forward);
 }
 
 bool CPolynomialProjection::latlong_to_xy(double lat, double lon, FPoint& point) const
