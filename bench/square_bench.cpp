@@ -18,7 +18,7 @@
 
 namespace {
 
-constexpr int kTiles = 32; ///< along a sample's sides
+constexpr int kChartTiles = 32; ///< along a sample's sides
 constexpr int kSquare = 256;
 constexpr int kSquarePixels = kSquare * kSquare;
 using bytes = std::vector<std::uint8_t>;
@@ -26,7 +26,7 @@ using bytes = std::vector<std::uint8_t>;
 /// A chart on disk, its squares, and the same squares as other libraries keep them.
 class Squares {
 public:
-    explicit Squares(ChartKind kind) : sample(MakeChartSample(kind, kTiles)), pixels(kSquarePixels)
+    explicit Squares(ChartKind kind) : sample(MakeChartSample(kind, kChartTiles)), pixels(kSquarePixels)
     {
         const std::string path = folder.filePath("sample.rlt").toStdString();
         if (!sample.Writer().Write(path, sample.Source())) std::abort();
@@ -83,7 +83,7 @@ private:
         for (int row = 0; row < tiles; ++row) {
             for (int column = 0; column < tiles; ++column) {
                 std::uint32_t pointer;
-                const int number = (tile_y + row) * kTiles + tile_x + column;
+                const int number = (tile_y + row) * kChartTiles + tile_x + column;
                 std::memcpy(&pointer,
                             chart.get_addr(CRastelleHeader::kTilePointers + 4 * static_cast<unsigned>(number)), 4);
                 bool placeholder;

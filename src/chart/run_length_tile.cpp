@@ -10,11 +10,11 @@
 namespace {
 
 /// Bytes that are written for a run before it is looked whether that was enough.
-constexpr int kStore = 16;
+constexpr int kRunStore = 16;
 
 ZT_ALWAYS_INLINE void StoreIndex(unsigned char* out, std::uint8_t index)
 {
-    typedef std::uint8_t vector __attribute__((vector_size(kStore)));
+    typedef std::uint8_t vector __attribute__((vector_size(kRunStore)));
     const vector pixels = vector{} + index;
     std::memcpy(out, &pixels, sizeof(pixels));
 }
@@ -33,8 +33,8 @@ ZT_ALWAYS_INLINE unsigned char* DecodeRuns(std::span<const std::uint8_t> runs, c
         const unsigned length = code >> width;
         StoreIndex(out, index);
         if constexpr (!kWideCodes) {
-            StoreIndex(out + kStore, index);
-            for (unsigned done = 2 * kStore; done < length; done += kStore) StoreIndex(out + done, index);
+            StoreIndex(out + kRunStore, index);
+            for (unsigned done = 2 * kRunStore; done < length; done += kRunStore) StoreIndex(out + done, index);
         }
         out += length;
     }

@@ -20,6 +20,8 @@ private:
     InstructionSet before;
 };
 
+inline constexpr InstructionSet kInstructionSets[] = {InstructionSet::portable, InstructionSet::avx2};
+
 /// What the decoder in force makes of a block.
 struct DecodedTile {
     std::vector<unsigned char> pixels;

@@ -10,16 +10,14 @@ namespace {
 
 using run_words = std::vector<unsigned int>;
 
-const InstructionSet kSets[] = {InstructionSet::portable, InstructionSet::avx2};
-
 /// Both decoders of a stream: result, pixels and position alike, and not a byte behind the pixels touched.
-void ExpectFastIsPlain(const run_words& words, unsigned count, const std::string& what)
+void ExpectFastStreamIsPlain(const run_words& words, unsigned count, const std::string& what)
 {
     constexpr unsigned char kUntouched = 0xEE;
     std::vector<unsigned char> plain(count + 64, kUntouched);
     const auto word_count = static_cast<unsigned>(words.size());
     const auto* plain_end = PlainDecodeRun(words.data(), word_count, plain.data(), count);
-    for (const InstructionSet set : kSets) {
+    for (const InstructionSet set : kInstructionSets) {
         const CWithInstructionSet with(set);
         std::vector<unsigned char> fast(count + 64, kUntouched);
         ASSERT_EQ(DecodeRun(words.data(), word_count, fast.data(), count), plain_end) << what;
@@ -49,7 +47,8 @@ TEST(RunStream, ChartsSurviveEncodingAndDecodeInEveryWayAndLength)
                   words.data() + words.size());
         ASSERT_EQ(out, sample.indices);
         for (const unsigned prefix : {1U, 277U, 4095U, 4096U, 4097U, 8192U, count / 8, count - 1, count, count + 300}) {
-            ASSERT_NO_FATAL_FAILURE(ExpectFastIsPlain(words, prefix, ChartKindName(kind) + std::to_string(prefix)));
+            ASSERT_NO_FATAL_FAILURE(
+                ExpectFastStreamIsPlain(words, prefix, ChartKindName(kind) + std::to_string(prefix)));
         }
     }
 }
@@ -65,7 +64,7 @@ TEST(RunStream, EveryRunLengthSurvives)
                                            static_cast<unsigned>(out.size())),
               nullptr);
     EXPECT_EQ(out, pixels);
-    ExpectFastIsPlain(words, static_cast<unsigned>(pixels.size()), "ramp");
+    ExpectFastStreamIsPlain(words, static_cast<unsigned>(pixels.size()), "ramp");
 }
 
 TEST(RunStream, TooSmallARoomIsRefusedByTheEncoder)
@@ -87,7 +86,7 @@ TEST(RunStream, DamagedStreamsAreJudgedAlike)
         const unsigned within = round % 2 == 0 ? words[0] : static_cast<unsigned>(words.size());
         for (int damage = 0; damage < 3; ++damage) words[1 + random() % (within - 1)] ^= 1U << random() % 32;
         if (round % 3 == 0) words.resize(words[0] + 1 + random() % (words.size() - words[0]));
-        ASSERT_NO_FATAL_FAILURE(ExpectFastIsPlain(words, count, std::to_string(round)));
+        ASSERT_NO_FATAL_FAILURE(ExpectFastStreamIsPlain(words, count, std::to_string(round)));
     }
 }
 
@@ -133,7 +132,7 @@ TEST(RunStream, LeafAlonePaintsWithoutBits)
     std::vector<unsigned char> out(10);
     EXPECT_EQ(CHuffmanEncoding::decode_run(words.data(), 3, out.data(), 10), words.data() + 2);
     EXPECT_EQ(out, std::vector<unsigned char>(10, 5));
-    ExpectFastIsPlain(words, 5000, "leaf");
+    ExpectFastStreamIsPlain(words, 5000, "leaf");
 }
 
 } // namespace

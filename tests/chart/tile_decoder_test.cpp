@@ -12,12 +12,10 @@ namespace {
 
 using block_bytes = std::vector<std::uint8_t>;
 
-const InstructionSet kSets[] = {InstructionSet::portable, InstructionSet::avx2};
-
 /// Both decoders of a block, at full and reduced rows, and the note's promises.
-void ExpectFastIsPlain(const block_bytes& block, const std::string& what)
+void ExpectFastTileIsPlain(const block_bytes& block, const std::string& what)
 {
-    for (const InstructionSet set : kSets) {
+    for (const InstructionSet set : kInstructionSets) {
         const CWithInstructionSet with(set);
         for (const int rows : {64, 32, 8, 1}) {
             const DecodedTile plain = DecodePlainly(block, rows);
@@ -56,7 +54,7 @@ TEST_P(EveryKind, EveryCodingOfEveryTileDecodesToItsPixelsInEveryWay)
                  {TileCoding::huffman, TileCoding::run_length, TileCoding::bit_packed, TileCoding::smallest}) {
                 const auto block = EncodeTile(pixels.data(), coding);
                 ASSERT_EQ(InImageOrder(DecodePlainly(block, 64).pixels), pixels);
-                ASSERT_NO_FATAL_FAILURE(ExpectFastIsPlain(block, std::to_string(x) + "," + std::to_string(y)));
+                ASSERT_NO_FATAL_FAILURE(ExpectFastTileIsPlain(block, std::to_string(x) + "," + std::to_string(y)));
             }
         }
     }
@@ -76,7 +74,7 @@ TEST(BitPackedTile, EveryNumberOfColoursDecodesInEveryWay)
         const auto block = EncodeTile(pixels.data(), TileCoding::bit_packed);
         ASSERT_EQ(block[0], 256 - colours);
         ASSERT_EQ(InImageOrder(DecodePlainly(block, 64).pixels), pixels);
-        ASSERT_NO_FATAL_FAILURE(ExpectFastIsPlain(block, std::to_string(colours)));
+        ASSERT_NO_FATAL_FAILURE(ExpectFastTileIsPlain(block, std::to_string(colours)));
     }
 }
 
@@ -86,9 +84,9 @@ TEST(HuffmanTile, RandomTreesDecodeAlikeWholeAndCutAnywhere)
     for (int round = 0; round < 400; ++round) {
         auto block =
             RandomHuffmanBlock(random, 1 + static_cast<int>(random() % 128), static_cast<int>(random() % 3000));
-        ASSERT_NO_FATAL_FAILURE(ExpectFastIsPlain(block, "whole " + std::to_string(round)));
+        ASSERT_NO_FATAL_FAILURE(ExpectFastTileIsPlain(block, "whole " + std::to_string(round)));
         block.resize(1 + random() % block.size());
-        ASSERT_NO_FATAL_FAILURE(ExpectFastIsPlain(block, "cut " + std::to_string(round)));
+        ASSERT_NO_FATAL_FAILURE(ExpectFastTileIsPlain(block, "cut " + std::to_string(round)));
     }
 }
 
@@ -98,14 +96,14 @@ TEST(HuffmanTile, DamagedTreesDecodeAlike)
     for (int round = 0; round < 2000; ++round) {
         auto block = RandomHuffmanBlock(random, 2 + static_cast<int>(random() % 40), 600);
         for (int damage = 0; damage < 3; ++damage) block[1 + random() % 60] = static_cast<std::uint8_t>(random());
-        ASSERT_NO_FATAL_FAILURE(ExpectFastIsPlain(block, std::to_string(round)));
+        ASSERT_NO_FATAL_FAILURE(ExpectFastTileIsPlain(block, std::to_string(round)));
     }
 }
 
 TEST(HuffmanTile, NeighboursDecodedInStepDoNotMix)
 {
     std::mt19937 random(13);
-    for (const InstructionSet set : kSets) {
+    for (const InstructionSet set : kInstructionSets) {
         const CWithInstructionSet with(set);
         for (int round = 0; round < 100; ++round) {
             std::vector<block_bytes> blocks;
@@ -195,7 +193,7 @@ TEST(TileBlock, DamagedAndEdgeBlocksGiveTheirPixels)
         EXPECT_TRUE(std::all_of(plain.pixels.begin() + static_cast<std::ptrdiff_t>(c.begins_with.size()),
                                 plain.pixels.end(), is_rest));
         EXPECT_EQ(plain.placeholder, c.placeholder);
-        ExpectFastIsPlain(c.block, c.name);
+        ExpectFastTileIsPlain(c.block, c.name);
     }
 }
 
