@@ -6,11 +6,11 @@
 
 namespace {
 
-/// A press that a finger made, which the system handed on as one of a mouse.
-bool IsFinger(const QMouseEvent& event)
+/// A press of a finger reaches an item as one of a mouse, but with the touch screen as its device. Such an event is
+/// not an object of QMouseEvent, whose own members must not be asked.
+bool IsFinger(const QSinglePointEvent& event)
 {
-    return event.source() != Qt::MouseEventNotSynthesized ||
-           event.device()->type() == QInputDevice::DeviceType::TouchScreen;
+    return event.device() != nullptr && event.device()->type() == QInputDevice::DeviceType::TouchScreen;
 }
 
 } // namespace

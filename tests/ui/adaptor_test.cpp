@@ -148,10 +148,9 @@ TEST_F(Adaptors, AFingerThatRestsOpensTheMenu)
     auto* element = new CPaintAdaptor_q(ui->layer);
     element->SetOwner(&owner);
     element->Move(0, 0, 100, 100);
-    auto* screen = QTest::createTouchDevice();
-    QTest::touchEvent(ui->window, screen).press(0, QPoint(30, 40), ui->window);
+    QTest::touchEvent(ui->window, TouchScreen()).press(0, QPoint(30, 40), ui->window);
     EXPECT_TRUE(WaitFor([&] { return !owner.menus.isEmpty(); }));
-    QTest::touchEvent(ui->window, screen).release(0, QPoint(30, 40), ui->window);
+    QTest::touchEvent(ui->window, TouchScreen()).release(0, QPoint(30, 40), ui->window);
     EXPECT_EQ(owner.menus, QList<QPoint>{QPoint(30, 40)});
 }
 

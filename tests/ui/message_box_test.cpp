@@ -150,11 +150,10 @@ TEST_F(MessageBoxes, NothingReachesTheWindowBehind)
         QWheelEvent wheel(corner, ui->window->mapToGlobal(corner), {}, QPoint(0, 120), Qt::NoButton, {},
                           Qt::NoScrollPhase, false);
         QCoreApplication::sendEvent(ui->window, &wheel);
-        static QPointingDevice* screen = QTest::createTouchDevice();
-        QTest::touchEvent(ui->window, screen)
+        QTest::touchEvent(ui->window, TouchScreen())
             .press(0, corner, ui->window)
             .press(1, corner + QPoint(40, -40), ui->window);
-        QTest::touchEvent(ui->window, screen)
+        QTest::touchEvent(ui->window, TouchScreen())
             .release(0, corner, ui->window)
             .release(1, corner + QPoint(40, -40), ui->window);
         Key(Qt::Key_Tab);

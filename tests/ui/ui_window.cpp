@@ -21,13 +21,13 @@ void RegisterOnce()
     (void)done;
 }
 
+} // namespace
+
 QPointingDevice* TouchScreen()
 {
     static QPointingDevice* screen = QTest::createTouchDevice();
     return screen;
 }
-
-} // namespace
 
 CTestUi::CTestUi()
 {

@@ -11,6 +11,11 @@
 #include <QStringList>
 #include <gtest/gtest.h>
 
+class QPointingDevice;
+
+/// The one touch screen of the tests.
+QPointingDevice* TouchScreen();
+
 /// A window with the program's style, as the interface room sees it.
 struct CTestUi : IUiContext {
     CTestUi();
