@@ -18,6 +18,7 @@
 #include <random>
 
 #include <benchmark/benchmark.h>
+#include <zlib.h>
 
 namespace {
 
@@ -172,6 +173,10 @@ struct CodedChunk {
         }
         words.resize(
             CHuffmanEncoding().encode_run(pixels.data(), kPixels, words.data(), static_cast<int>(words.size())));
+        uLongf length = compressBound(kPixels);
+        deflated.resize(length);
+        if (compress(deflated.data(), &length, pixels.data(), kPixels) != Z_OK) std::abort();
+        deflated.resize(length);
     }
     void Decode()
     {
@@ -182,9 +187,18 @@ struct CodedChunk {
         Check(PlainDecodeRun(words.data(), static_cast<unsigned>(words.size()), out.data(), kPixels));
     }
 
+    /// The same pixels as zlib keeps them at its usual level.
+    void Inflate()
+    {
+        uLongf length = kPixels;
+        if (uncompress(out.data(), &length, deflated.data(), deflated.size()) != Z_OK) std::abort();
+        benchmark::ClobberMemory();
+    }
+
     std::vector<unsigned char> pixels;
     std::vector<unsigned char> out;
     std::vector<unsigned int> words;
+    std::vector<unsigned char> deflated;
 
 private:
     static void Check(const unsigned int* end)
@@ -241,6 +255,9 @@ const bool decode_rows = [] {
         const auto chunk = Lazily<CodedChunk>(kind);
         RegisterBoth(
             "run stream" + letter, [=] { chunk().Decode(); }, "plain decode_run", [=] { chunk().DecodePlainly(); });
+        RegisterRatio(
+            "run stream," + letter + " against zlib", [=] { chunk().Decode(); }, "zlib on the same pixels",
+            [=] { chunk().Inflate(); });
     }
     for (int width = 1; width <= 7; ++width) {
         const auto tiles = Lazily<CodedTiles>(width);

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <clocale>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <vector>
 
@@ -78,12 +79,29 @@ void RegisterRatio(std::string row, std::function<void()> ours, std::string base
     Rows().push_back({std::move(row), std::move(baseline_name), {std::move(ours), std::move(baseline)}});
 }
 
+namespace {
+
+/// Runs our case of one row, not timed: what callgrind counts. 0, or 1 when there is no such row.
+int RunOnly(const char* name, int times)
+{
+    for (const Row& row : Rows()) {
+        if (row.name != name) continue;
+        for (int i = 0; i < times; ++i) row.cases[0]();
+        return 0;
+    }
+    return 1;
+}
+
+} // namespace
+
 /// zt_bench [part of a row's name ...]: measures the rows that contain one of the parts, or all.
+/// zt_bench --run ROW TIMES: see RunOnly.
 int main(int argc, char** argv)
 {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     QGuiApplication application(argc, argv);
     std::setlocale(LC_NUMERIC, "C");
+    if (argc == 4 && std::strcmp(argv[1], "--run") == 0) return RunOnly(argv[2], std::atoi(argv[3]));
     for (const Row& row : Rows()) {
         const auto wanted = [&row](const char* part) { return std::strstr(row.name.c_str(), part) != nullptr; };
         if (argc < 2 || std::any_of(argv + 1, argv + argc, wanted)) Measure(row);
