@@ -63,7 +63,7 @@ CZTDialog::CZTDialog(QQuickItem* parent) : QQuickItem(parent)
 
 CZTDialog::~CZTDialog()
 {
-    KeepControls(false);
+    m_controls.Release();
 }
 
 double CZTDialog::safeAreaLeft() const
@@ -126,7 +126,7 @@ CZTDialog* CZTDialog::Show(const char* url, const QMetaObject& type, ZT_HWND par
         return nullptr;
     }
     object.release();
-    dialog->KeepControls(true);
+    dialog->m_controls.Take();
     dialog->forceActiveFocus(Qt::PopupFocusReason);
     return dialog;
 }
@@ -155,7 +155,7 @@ void CZTDialog::closeDialog(int code)
     const QPointer<CZTDialog> alive(this);
     onDismiss(code);
     if (!alive) return;
-    KeepControls(false);
+    m_controls.Release();
     static const QMetaMethod frame_signal = QMetaMethod::fromSignal(&CZTDialog::removeDialog);
     if (isSignalConnected(frame_signal)) {
         emit removeDialog();
@@ -193,19 +193,6 @@ void CZTDialog::onHelp(const QString& tag)
 }
 
 void CZTDialog::onDismiss(int) {}
-
-void CZTDialog::KeepControls(bool kept)
-{
-    if (m_keeps_controls == kept) return;
-    m_keeps_controls = kept;
-    IUiContext* context = TheUiContext();
-    if (context == nullptr) return;
-    if (kept) {
-        context->stopInactivityTimeout();
-    } else {
-        context->startInactivityTimeout();
-    }
-}
 
 void CZTDialog::itemChange(ItemChange change, const ItemChangeData& data)
 {

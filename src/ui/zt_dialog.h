@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/zt_hwnd.h"
+#include "ui/controls_hold.h"
 #include "ui/saveable.h"
 
 #include <functional>
@@ -74,13 +75,12 @@ private:
     void Place(QQuickItem* layer, ZT_HWND cause);
     void FitToParent();
     void GiveFocusBack();
-    void KeepControls(bool kept);
 
     QPointF m_origin;
     QPointer<QQuickItem> m_focus_before; ///< gets the keyboard back at the end
     QPointer<QQuickWindow> m_window;     ///< watched for the Tab key
     bool m_closing = false;
-    bool m_keeps_controls = false;
+    CControlsHold m_controls;
 };
 
 /// The item that the dialogs and menus of a handle are shown in: the main window's dialog layer, or the content of the

@@ -37,7 +37,7 @@ CZTPopupMenu::CZTPopupMenu(QQuickItem* parent) : QQuickItem(parent) {}
 
 CZTPopupMenu::~CZTPopupMenu()
 {
-    KeepControls(false);
+    m_controls.Release();
 }
 
 CZTPopupMenu* CZTPopupMenu::Show(ZT_HWND parent, const std::string& title, std::unique_ptr<TreeViewNode> tree)
@@ -63,7 +63,7 @@ CZTPopupMenu* CZTPopupMenu::Show(ZT_HWND parent, const std::string& title, std::
                                     : layer->mapFromItem(parent.item, QPointF(parent.x, parent.y));
     menu->m_model.setRoot(std::move(tree));
     menu->FollowHeldButton();
-    menu->KeepControls(true);
+    menu->m_controls.Take();
     object.release();
     component.completeCreate();
     return menu;
@@ -72,19 +72,6 @@ CZTPopupMenu* CZTPopupMenu::Show(ZT_HWND parent, const std::string& title, std::
 bool CZTPopupMenu::usingTouch() const
 {
     return TheUiContext() != nullptr && TheUiContext()->UsingTouch();
-}
-
-void CZTPopupMenu::KeepControls(bool kept)
-{
-    if (m_keeps_controls == kept) return;
-    m_keeps_controls = kept;
-    IUiContext* context = TheUiContext();
-    if (context == nullptr) return;
-    if (kept) {
-        context->stopInactivityTimeout();
-    } else {
-        context->startInactivityTimeout();
-    }
 }
 
 void CZTPopupMenu::itemTriggered(const QModelIndex& index)
@@ -97,7 +84,7 @@ void CZTPopupMenu::menuClosed()
     if (m_closed) return;
     m_closed = true;
     StopFollowing();
-    KeepControls(false);
+    m_controls.Release();
     setParentItem(nullptr);
     setParent(nullptr);
     deleteLater();

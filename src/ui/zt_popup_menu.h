@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/zt_hwnd.h"
+#include "ui/controls_hold.h"
 #include "ui/tree_model.h"
 
 #include <QPointF>
@@ -62,7 +63,6 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void KeepControls(bool kept);
     void FollowHeldButton();
     void StopFollowing();
 
@@ -72,6 +72,6 @@ private:
     QPointF m_pressed;                 ///< window position of the held button
     QPointer<QQuickWindow> m_followed; ///< null: no button is held
     bool m_drag_started = false;
-    bool m_keeps_controls = false;
+    CControlsHold m_controls;
     bool m_closed = false;
 };
