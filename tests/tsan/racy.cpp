@@ -3,15 +3,18 @@
 
 #include "core/worker_thread.h"
 
+#include <atomic>
 #include <cstdio>
+#include <thread>
 
 namespace {
 
-constexpr int kJobs = 10000;
+constexpr int kWorkers = 2;
+constexpr int kSteps = 10000;
 
 class CRacyPool : public CWorkerThread {
 public:
-    CRacyPool() : CWorkerThread(0, 2) {}
+    CRacyPool() : CWorkerThread(0, kWorkers) {}
     ~CRacyPool() override { Shutdown(); }
     int unguarded = 0;
 
@@ -20,7 +23,16 @@ protected:
     public:
         explicit Job(CRacyPool& pool) : JobData(&pool), owner(pool) {}
         bool GetNextJob() override { return owner.left > 0 && owner.left-- > 0; }
-        void ProcessJob() override { ++owner.unguarded; }
+        /// Waits until both workers are here, by a relaxed counter that orders nothing: whichever way the machine
+        /// schedules them, neither increment happens before the other.
+        void ProcessJob() override
+        {
+            owner.arrived.fetch_add(1, std::memory_order_relaxed);
+            while (owner.arrived.load(std::memory_order_relaxed) < kWorkers)
+                std::this_thread::yield();
+            for (int step = 0; step < kSteps; ++step)
+                ++owner.unguarded;
+        }
 
     private:
         CRacyPool& owner;
@@ -29,7 +41,8 @@ protected:
     std::unique_ptr<JobData> CreateJobData(int) override { return std::make_unique<Job>(*this); }
 
 private:
-    int left = kJobs; ///< under the pool's mutex
+    int left = kWorkers; ///< under the pool's mutex
+    std::atomic<int> arrived{0};
 };
 
 } // namespace
