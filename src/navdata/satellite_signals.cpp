@@ -1,0 +1,7 @@
+#include "navdata/satellite_signals.h"
+
+void CDataGPSSatelliteSignals::ClearTable()
+{
+    for (Satellite& satellite : table)
+        satellite = Satellite();
+}

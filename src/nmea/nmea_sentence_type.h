@@ -1,0 +1,32 @@
+#pragma once
+
+class CDataSource;
+class CNMEASentence;
+
+/// The registry entry and the factory of one sentence class: a static object beside the class. A sentence is parsed only
+/// while somebody listens for its class. Main thread only.
+class CNMEASentenceType {
+public:
+    /// `id` is compared at index `id_offset` of the sentence text. `source` is &Listener<T>::pDatasource of the class T.
+    CNMEASentenceType(int id_offset, const char* id, CDataSource** source);
+    CNMEASentenceType(const CNMEASentenceType&) = delete;
+    CNMEASentenceType& operator=(const CNMEASentenceType&) = delete;
+    virtual ~CNMEASentenceType();
+    virtual CNMEASentence* NewInstance() = 0;
+
+    /// A pooled object, or a new one when the pool is empty.
+    CNMEASentence* GetInstance();
+    void FreePool();
+    /// Plain prefix comparison at id_offset: a longer identifier with the same beginning matches.
+    bool Matches(const char* text) const;
+    /// The type of a sentence text, which begins at its "$" or "!"; null when none matches.
+    static CNMEASentenceType* FindType(const char* text);
+
+    CNMEASentenceType* next;
+    const int id_offset;
+    const char* const id;
+    CNMEASentence* pool = nullptr;
+    CDataSource** const source;
+
+    static CNMEASentenceType* list;
+};
