@@ -50,9 +50,9 @@ public:
     virtual void ContinueWhilePaused() {}
     virtual void resumeFromBackground() {}
 
-    static CDataConnection* theConnection;           ///< owned; null when there is none
-    static int gps_connection_type;                  ///< setting; 0 while a choice is being set up
-    static std::list<std::string> output_filters;    ///< setting: one rule text each
+    static CDataConnection* theConnection;        ///< owned; null when there is none
+    static int gps_connection_type;               ///< setting; 0 while a choice is being set up
+    static std::list<std::string> output_filters; ///< setting: one rule text each
 
     /// A closed connection of that type, with its settings; null for an unknown number.
     static CDataConnection* Create(int type);
@@ -73,6 +73,12 @@ public:
     static bool isDebugging();
     /// Writes the line to the debug log while it is open.
     static void DebugLog(const char* line);
+
+private:
+    /// Takes the setting over; without a rule the connection leaves the feed of raw sentences.
+    void UseOutputFilters();
+    /// Opens what the user has just set up, and keeps its type when that worked.
+    bool OpenAsSelected();
 };
 
 class CDataConnection::CConnectionType {
