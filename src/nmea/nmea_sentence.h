@@ -19,8 +19,8 @@ public:
     CNMEASentence* pool_next = nullptr;
     unsigned use_count = 0; ///< a listener keeps the object by raising it
 
-    /// Takes one line (NUL-terminated, without CR and LF, in a buffer that may be overwritten) from its first "$" or "!"
-    /// on to the listeners of its class and of CNMEA_Raw. 0: rejected by framing, checksum, the connection's input
+    /// Takes one line (NUL-terminated, without CR and LF, in a buffer that may be overwritten) from its first "$" or
+    /// "!" on to the listeners of its class and of CNMEA_Raw. 0: rejected by framing, checksum, the connection's input
     /// filter or the class, or of no interest to anybody.
     static int DispatchSentence(char* line, CDataConnection* connection);
 
@@ -38,6 +38,12 @@ public:
     static double GetDate(char* field);
     /// A number as the sentences write it; 0 for an empty field, for one that is not finite or beyond 1e9.
     static double GetNumber(const char* field);
+    static float GetFloat(const char* field) { return static_cast<float>(GetNumber(field)); }
+    /// A whole decimal number, as far as digits go; 0 for an empty field or one beyond 1e9.
+    static int GetWhole(const char* field);
+    /// A speed, limited to 1e6 to both sides.
+    static float GetSpeed(const char* field);
+    static float LimitSpeed(double speed);
     /// Whether the text carries a "*" and the right checksum behind it, in upper-case digits.
     static bool check_checksum(const char* text);
     /// Appends "*HH"; the buffer has room for 4 more bytes.

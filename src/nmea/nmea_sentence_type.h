@@ -1,13 +1,15 @@
 #pragma once
 
-class CDataSource;
+#include "core/listener.h"
+
 class CNMEASentence;
 
-/// The registry entry and the factory of one sentence class: a static object beside the class. A sentence is parsed only
-/// while somebody listens for its class. Main thread only.
+/// The registry entry and the factory of one sentence class: a static object beside the class. A sentence is parsed
+/// only while somebody listens for its class. Main thread only.
 class CNMEASentenceType {
 public:
-    /// `id` is compared at index `id_offset` of the sentence text. `source` is &Listener<T>::pDatasource of the class T.
+    /// `id` is compared at index `id_offset` of the sentence text. `source` is &Listener<T>::pDatasource of the class
+    /// T.
     CNMEASentenceType(int id_offset, const char* id, CDataSource** source);
     CNMEASentenceType(const CNMEASentenceType&) = delete;
     CNMEASentenceType& operator=(const CNMEASentenceType&) = delete;
@@ -16,6 +18,8 @@ public:
 
     /// A pooled object, or a new one when the pool is empty.
     CNMEASentence* GetInstance();
+    /// Gives an object that nobody uses any more back to the pool.
+    void PutInstance(CNMEASentence* sentence);
     void FreePool();
     /// Plain prefix comparison at id_offset: a longer identifier with the same beginning matches.
     bool Matches(const char* text) const;
@@ -29,4 +33,19 @@ public:
     CDataSource** const source;
 
     static CNMEASentenceType* list;
+
+private:
+    CNMEASentenceType** Chain() const;
+
+    CNMEASentenceType* next_in_chain; ///< among the types that FindType meets together
+};
+
+/// The registry entry of the class T. Its identifier is nearly always the three letters behind the talker.
+template <class T>
+class CNMEASentenceTypeOf : public CNMEASentenceType {
+public:
+    explicit CNMEASentenceTypeOf(const char* identifier, int offset = 3)
+        : CNMEASentenceType(offset, identifier, &Listener<T>::pDatasource)
+    {}
+    CNMEASentence* NewInstance() override { return new T; }
 };

@@ -1,0 +1,132 @@
+#include "core/calendar.h"
+#include "core/numbers.h"
+#include "nmea/nmea_sentence.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <cstring>
+
+namespace {
+
+constexpr double kGreatestNumber = 1e9; ///< what lies beyond is no reading of any instrument
+constexpr double kDegreesPerMinute = 0.016666666666666666;
+
+bool HasLength(const char* field, std::size_t length)
+{
+    return std::memchr(field, 0, length) == nullptr;
+}
+
+/// Degrees of a field with its decimal point right behind `digits` digits, of which the last two are whole minutes.
+/// Both halves are read apart: the minutes first, since the end of the degrees is written into them.
+double GetCoordinate(char** fields, std::size_t digits, char negative)
+{
+    char* field = fields[0];
+    if (!HasLength(field, digits) || field[digits] != '.') return 0.0;
+    const double minutes = CNMEASentence::GetNumber(field + digits - 2);
+    field[digits - 2] = 0;
+    const double degrees = CNMEASentence::GetWhole(field) + minutes * kDegreesPerMinute;
+    return fields[1][0] == negative ? -degrees : degrees;
+}
+
+/// A field of three parts of two digits, such as hhmmss. The last part is everything behind the fourth digit.
+struct CTriple {
+    int first;
+    int second;
+    char* third;
+};
+
+/// Splits the field, which has four characters at least.
+CTriple SplitTriple(char* field)
+{
+    CTriple triple{};
+    triple.third = field + 4;
+    const char kept = *triple.third;
+    *triple.third = 0;
+    triple.second = CNMEASentence::GetWhole(field + 2);
+    field[2] = 0;
+    triple.first = CNMEASentence::GetWhole(field);
+    *triple.third = kept;
+    return triple;
+}
+
+int FullYear(int year)
+{
+    if (year < 0 || year >= 200) return year;
+    return year < 100 ? 2000 + year : 1900 + year;
+}
+
+} // namespace
+
+void CNMEASentence::SplitArgs(char* text, int count, char** args)
+{
+    for (int i = 0; i < count; ++i) {
+        args[i] = text;
+        text += std::strcspn(text, ",*");
+        if (*text == ',')
+            *text++ = 0;
+        else
+            *text = 0;
+    }
+}
+
+double CNMEASentence::GetLat(char** fields)
+{
+    return GetCoordinate(fields, 4, 'S');
+}
+
+double CNMEASentence::GetLon(char** fields)
+{
+    return GetCoordinate(fields, 5, 'W');
+}
+
+int CNMEASentence::GetUTC(char* field)
+{
+    if (!HasLength(field, 4)) return 0;
+    const CTriple time = SplitTriple(field);
+    return time.first * 3600 + time.second * 60 + static_cast<int>(GetNumber(time.third));
+}
+
+double CNMEASentence::GetDate(char* field)
+{
+    // A receiver sends the same day all day long.
+    static int cached_field = 0;
+    static double cached_day = 0.0;
+    const int whole = GetWhole(field);
+    if (whole == cached_field) return cached_day;
+    if (!HasLength(field, 4)) return 0.0;
+    const CTriple date = SplitTriple(field);
+    cached_day = getStartOfDayUTC(FullYear(GetWhole(date.third)), date.second, date.first);
+    cached_field = whole;
+    return cached_day;
+}
+
+double CNMEASentence::GetNumber(const char* field)
+{
+    const double number = ParseDouble(field).value_or(0.0);
+    return std::abs(number) <= kGreatestNumber ? number : 0.0;
+}
+
+int CNMEASentence::GetWhole(const char* field)
+{
+    while (*field == ' ' || (*field >= '\t' && *field <= '\r')) ++field;
+    const bool negative = *field == '-';
+    if (*field == '-' || *field == '+') ++field;
+    std::int64_t number = 0;
+    for (; *field >= '0' && *field <= '9'; ++field) {
+        number = number * 10 + (*field - '0');
+        if (number > static_cast<std::int64_t>(kGreatestNumber)) return 0;
+    }
+    return static_cast<int>(negative ? -number : number);
+}
+
+float CNMEASentence::GetSpeed(const char* field)
+{
+    return LimitSpeed(GetNumber(field));
+}
+
+float CNMEASentence::LimitSpeed(double speed)
+{
+    constexpr double kGreatestSpeed = 1e6;
+    return static_cast<float>(std::clamp(speed, -kGreatestSpeed, kGreatestSpeed));
+}
