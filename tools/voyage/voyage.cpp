@@ -48,8 +48,8 @@ CBoatModel SolentVoyage()
     return {50.672,
             -1.632,
             {
-                {50.7020, -1.5540, 170.0, 1.8},         // before Hurst Narrows
-                {50.7145, -1.5250, 140.0, 2.6},         // through them
+                {50.7005, -1.5540, 150.0, 1.8},         // before Hurst Narrows
+                {50.7140, -1.5210, 110.0, 2.6},         // through them
                 {50.7330, -1.4550, 550.0, 2.3},         // West Solent
                 {50.7615, -1.3650, 600.0, 2.0},         // off Newtown and Gurnard
                 {50.7830, -1.2900, 380.0, 1.8},         // off Cowes
