@@ -15,6 +15,11 @@ struct CDataSpeedDirection {
         kCourseOverGround = 3,
     };
     static constexpr float kNoCourse = 999.0F;
+    static constexpr float kNoCompass = 900.0F; ///< a heading of this or above stands for no compass
+    static constexpr float kFastest = 1e6F;     ///< knots; higher speeds are taken as this
+
+    /// The average course may stand for the direction when nothing better is known. Setting.
+    static bool use_averaged_direction;
 
     CDataSpeedDirection();
 
@@ -42,10 +47,16 @@ struct CDataSpeedDirection {
     void evaluate_best_direction();
     /// Whether the velocity over ground differs clearly from the average one.
     bool hasChangedCourseSpd() const;
-    /// Degrees true and knots. At 0.1 knots or below the boat counts as stopped.
+    /// Degrees true and knots. At 0.1 knots or below the boat counts as stopped. What is not finite counts as not
+    /// known.
     void set_course(float new_course, float new_speed);
-    /// Degrees true at `when` seconds; 900 or above: no compass.
+    /// East and north components of the average velocity, knots. At 0.1 knots or below it has no course.
+    void set_average(float east, float north);
+    /// Degrees true at `when` seconds; 900 or above, or not finite: no compass.
     void set_heading(float new_heading, double when);
+
+private:
+    void set_best(BestSource source, float sine, float cosine);
 };
 
 /// A position with its motion. Published through Listener<CDataGPSPosition>.

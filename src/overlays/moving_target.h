@@ -11,20 +11,33 @@ class COverlayMovingTarget : public CDataGPSPosition, public COverlayObject {
 public:
     COverlayMovingTarget();
     /// Three points: the position, the end of the velocity vector, and the one that the rings' radius is taken from;
-    /// the last two are (0, 0) where they do not apply.
+    /// the last two are (0, 0) where they do not apply. Only the position can be hit. Nothing is mapped without a
+    /// position, or where the chart cannot show it.
     void Map(CMapping& mapping, const CPolynomialProjection& projection) const override;
 
     QColor colour;
+
+    static constexpr int kMostRings = 5;
 
     static float velocity_vector_scale; ///< minutes; setting
     static GraphicsColor gc_color;      ///< setting
     static bool show_vector;            ///< setting
     static float range_ring_radius;     ///< nautical miles; setting
-    static int num_range_rings;         ///< setting
+    static int num_range_rings;         ///< 0 to kMostRings; setting
 
 protected:
+    /// Indices into the mapping's points.
+    enum Point { kPosition = 0, kVectorEnd = 1, kRingRadius = 2 };
+
+    /// A line to where the target will be in velocity_vector_scale minutes, with an open arrow head.
     void DrawVelocityVector(QPainter* painter, const CViewParams& params, const CMapping& mapping) const;
     void DrawRangeRing(QPainter* painter, const CViewParams& params, const CMapping& mapping) const;
 
-    mutable double chart_rotation = 0.0; ///< of the chart at the position; set by Map
+    /// Of the chart at the position, set by Map: cosine and sine of the direction of north, (1, 0) is north up.
+    mutable float chart_cos = 1.0F;
+    mutable float chart_sin = 0.0F;
+
+private:
+    bool HasVector() const;
+    DblPoint VectorEnd(CMapping& mapping, const CPolynomialProjection& projection) const;
 };
