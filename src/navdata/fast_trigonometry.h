@@ -1,9 +1,11 @@
 #pragma once
 
+#include <array>
+
 /// Table-driven trigonometry to a whole degree, for what runs with every sentence and every drawn vector.
 
 /// The sine of each whole degree from 0 to 90.
-extern const float lookup_sin[91];
+extern const std::array<float, 91> lookup_sin;
 
 /// Sine and cosine of an angle of any size, degrees, rounded to a whole degree. An angle that is not finite counts
 /// as 0.

@@ -1,70 +1,92 @@
 #include "navdata/units.h"
 
-#include "core/text.h"
+#include "core/listener.h"
+#include "core/persistant_data.h"
+#include "navdata/position_format.h"
+#include "navdata/unit_tables.h"
 
-#include <algorithm>
-#include <cmath>
+#include <iterator>
+
+class CDefaultUnits::Persistant : public PersistantData {
+public:
+    Persistant() : PersistantData("CDefaultUnits") {}
+    void DeclareData() override;
+
+    static Persistant group_of_units;
+};
+
+constexpr CDefaultUnits::CDefaultUnits() : CUnits(&pf_dm) {}
+
+constinit CDefaultUnits CDefaultUnits::u;
+constinit CUnits* CUnits::Default = &CDefaultUnits::u;
+CDefaultUnits::Persistant CDefaultUnits::Persistant::group_of_units;
 
 namespace {
 
-struct DistanceUnit {
-    const char* name;
-    double per_metre;
+struct Family {
+    std::int32_t small_dist;
+    std::int32_t speed;
+    std::int32_t depth;
+    std::int32_t temperature;
+};
+constexpr std::int32_t kUnchanged = -1;
+constexpr Family kFamilies[] = {
+    {CUnits::kFeet, CUnits::kMilesPerHour, CUnits::kDepthFeet, CUnits::kFahrenheit},
+    {CUnits::kYards, CUnits::kKnots, kUnchanged, kUnchanged},
+    {CUnits::kMetres, CUnits::kKilometresPerHour, CUnits::kDepthMetres, CUnits::kCelsius},
 };
 
-constexpr DistanceUnit kDistanceUnits[] = {
-    {"Mi", 0.000621371204033494}, {"NM", 0.0005399567889980972}, {"km", 0.0010000000474974513}, {"m", 1.0},
-    {"ft", 3.2809998989105225},   {"yds", 1.0936000347137451},
-};
-constexpr double kMetresPerNauticalMile = 1852.0;
-/// Below this many of the main unit the small one is used.
-constexpr double kSmallestOfMainUnit = 0.1;
-/// Below this "%.3g" would turn to exponents.
-constexpr double kSmallestWritten = 0.0001;
-/// What fits is judged with this much slack: the factors of the table are not exact.
-constexpr double kRoundingSlack = 1.0 + 1e-6;
-
-/// The largest of 1, 2 or 5 times a power of ten that is not above `limit` (positive).
-double RoundDown125(double limit)
+/// Takes a number from the settings if it is below `count`.
+template <class T>
+void TakeRow(std::int32_t from_file, std::size_t count, T& row)
 {
-    const double power = std::pow(10.0, std::floor(std::log10(limit)));
-    for (const double factor : {10.0, 5.0, 2.0, 1.0}) {
-        if (factor * power <= limit * kRoundingSlack) return factor * power;
-    }
-    return power * 0.5; // log10 was rounded up over a power of ten
+    if (from_file >= 0 && static_cast<std::size_t>(from_file) < count) row = static_cast<T>(from_file);
 }
-
-std::string FormatRoundDistance(double value, const char* unit)
-{
-    if (value < kSmallestWritten) return "0";
-    return stringprintf(value >= 1.0 ? "%.0f %s" : "%.3g %s", value, unit);
-}
-
-CUnits default_units;
 
 } // namespace
 
-CUnits* CUnits::Default = &default_units;
-
 void CUnits::set_unit_family(e_dist_units family)
 {
-    constexpr int kSmallUnits[] = {4, 5, 3};
+    const Family& f = kFamilies[family];
     dist = family;
-    small_dist = kSmallUnits[family];
+    small_dist = f.small_dist;
+    speed = f.speed;
+    if (f.depth != kUnchanged) depth = f.depth;
+    if (f.temperature != kUnchanged) temperature = f.temperature;
 }
 
-double CUnits::format_scale(double nautical_miles_per_pixel, std::string& text, double longest) const
+void CUnits::SettingsModified()
 {
-    text.clear();
-    if (!(nautical_miles_per_pixel >= 1e-20 && nautical_miles_per_pixel <= 1e20) || !(longest > 0.0)) return 0.0;
+    if (this == Default) CDefaultUnits::Persistant::group_of_units.SetModified();
+}
 
-    const double metres = nautical_miles_per_pixel * kMetresPerNauticalMile * longest;
-    const DistanceUnit* unit = &kDistanceUnits[dist];
-    double distance = RoundDown125(metres * unit->per_metre);
-    if (distance < kSmallestOfMainUnit / kRoundingSlack) {
-        unit = &kDistanceUnits[small_dist];
-        distance = RoundDown125(metres * unit->per_metre);
-    }
-    text = FormatRoundDistance(distance, unit->name);
-    return std::min(longest, distance / unit->per_metre / metres * longest);
+void CUnits::Changed()
+{
+    SettingsModified();
+    if (this == Default) DispatchToListeners<CUnits>(*this);
+}
+
+void CDefaultUnits::Persistant::DeclareData()
+{
+    std::int32_t rows[] = {u.dist, u.speed, u.depth, u.bearings, u.temperature};
+    Declare("units", rows[0]);
+    Declare("speed", rows[1]);
+    Declare("depth", rows[2]);
+    Declare("bearings", rows[3]);
+    Declare("temperature", rows[4]);
+    std::string format_name = u.position_format->name;
+    Declare("posnfmt", format_name);
+    Declare("magnetic_variation", u.magnetic_variation);
+    Declare("bearing_lat", u.bearing_lat);
+    Declare("bearing_lon", u.bearing_lon);
+    Declare("bearing_time", u.bearing_time);
+    if (s_saving) return;
+
+    TakeRow(rows[0], std::size(tab_dist_units), u.dist);
+    TakeRow(rows[1], std::size(tab_speed_units), u.speed);
+    TakeRow(rows[2], std::size(tab_depth_units), u.depth);
+    TakeRow(rows[3], 2, u.bearings);
+    TakeRow(rows[4], 2, u.temperature);
+    if (u.dist <= kMetric) u.small_dist = kFamilies[u.dist].small_dist;
+    u.position_format = PositionFormatType::Find(format_name);
 }
