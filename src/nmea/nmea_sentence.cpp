@@ -30,10 +30,7 @@ public:
     }
     CSentenceInUse(const CSentenceInUse&) = delete;
     CSentenceInUse& operator=(const CSentenceInUse&) = delete;
-    ~CSentenceInUse()
-    {
-        if (--sentence->use_count == 0) sentence->type->PutInstance(sentence);
-    }
+    ~CSentenceInUse() { sentence->Release(); }
     CNMEASentence* operator->() const { return sentence; }
     CNMEASentence* get() const { return sentence; }
 
@@ -56,6 +53,13 @@ COutcome Publish(CNMEASentenceType& type, char* text, CDataConnection* connectio
 }
 
 } // namespace
+
+void CNMEASentence::Release()
+{
+    if (--use_count != 0) return;
+    pool_next = type->pool;
+    type->pool = this;
+}
 
 int CNMEASentence::DispatchSentence(char* line, CDataConnection* connection)
 {

@@ -17,7 +17,10 @@ public:
     CDataConnection* connection = nullptr; ///< where it came from; null when from no connection
     CNMEASentenceType* type = nullptr;
     CNMEASentence* pool_next = nullptr;
-    unsigned use_count = 0; ///< a listener keeps the object by raising it
+    unsigned use_count = 0; ///< a listener keeps the object by raising it, until its Release
+
+    /// Ends one use. With the last one the object goes back to the pool.
+    void Release();
 
     /// Takes one line (NUL-terminated, without CR and LF, in a buffer that may be overwritten) from its first "$" or
     /// "!" on to the listeners of its class and of CNMEA_Raw. 0: rejected by framing, checksum, the connection's input

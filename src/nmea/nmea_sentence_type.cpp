@@ -77,12 +77,6 @@ CNMEASentence* CNMEASentenceType::GetInstance()
     return sentence;
 }
 
-void CNMEASentenceType::PutInstance(CNMEASentence* sentence)
-{
-    sentence->pool_next = pool;
-    pool = sentence;
-}
-
 void CNMEASentenceType::FreePool()
 {
     while (pool != nullptr) {

@@ -18,8 +18,6 @@ public:
 
     /// A pooled object, or a new one when the pool is empty.
     CNMEASentence* GetInstance();
-    /// Gives an object that nobody uses any more back to the pool.
-    void PutInstance(CNMEASentence* sentence);
     void FreePool();
     /// Plain prefix comparison at id_offset: a longer identifier with the same beginning matches.
     bool Matches(const char* text) const;
