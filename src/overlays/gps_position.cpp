@@ -1,6 +1,7 @@
 #include "overlays/gps_position.h"
 
 #include "core/folders.h"
+#include "navdata/units.h"
 
 #include <algorithm>
 #include <cmath>
@@ -76,6 +77,8 @@ void COverlayGPSPosition::UpdateMotion()
 {
     last_blink_time = time;
     std::swap(icons.blink[0], icons.blink[1]);
+    const bool tool_active = tool_is_active != nullptr && tool_is_active();
+    if (!tool_active) CUnits::Default->SetBearingLocation(latitude, longitude, time);
     if (time > next_average_time && accuracy < kCoarseAccuracy) {
         GetAverageSpeed();
         UpdateOdometer();
