@@ -1,8 +1,10 @@
 #include "ui/qml_register_ui.h"
 
 #include "ui/button_adaptor.h"
+#include "ui/file_dialogs.h"
 #include "ui/image_item.h"
 #include "ui/message_boxes.h"
+#include "ui/notification_banner.h"
 #include "ui/painted_icon.h"
 #include "ui/progress_dialog.h"
 #include "ui/text_view_adaptor.h"
@@ -19,7 +21,9 @@ void qml_register_ui()
                                          [](QQmlEngine*, QJSEngine*) -> QObject* { return new CZTMetrics; });
     qmlRegisterType<CZTDialog>(module, 1, 0, "CZTDialog");
     qmlRegisterType<CMessageBoxDlg>(module, 1, 0, "CMessageBoxDlg");
+    qmlRegisterType<CNotificationDlg>(module, 1, 0, "CNotificationDlg");
     qmlRegisterType<CDlg_progress>(module, 1, 0, "CDlg_progress");
+    qmlRegisterType<CDlgQMLFileDialog>(module, 1, 0, "CDlgQMLFileDialog");
     qmlRegisterType<CZTPopupMenu>(module, 1, 0, "CZTPopupMenu");
     qmlRegisterType<CTreeModel>(module, 1, 0, "CTreeModel");
     qmlRegisterType<CTextViewAdaptor>(module, 1, 0, "CTextViewAdaptor");
