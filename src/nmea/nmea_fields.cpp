@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
+#include <limits>
 
 namespace {
 
@@ -15,6 +17,18 @@ constexpr double kDegreesPerMinute = 0.016666666666666666;
 bool HasLength(const char* field, std::size_t length)
 {
     return std::memchr(field, 0, length) == nullptr;
+}
+
+/// A whole decimal number; what has more than 18 digits is cut short, and large enough all the same.
+std::int64_t ReadWhole(const char* field)
+{
+    constexpr std::int64_t kLargeEnough = 100'000'000'000'000'000;
+    while (*field == ' ' || (*field >= '\t' && *field <= '\r')) ++field;
+    const bool negative = *field == '-';
+    if (*field == '-' || *field == '+') ++field;
+    std::int64_t number = 0;
+    for (; *field >= '0' && *field <= '9' && number < kLargeEnough; ++field) number = number * 10 + (*field - '0');
+    return negative ? -number : number;
 }
 
 /// Degrees of a field with its decimal point right behind `digits` digits, of which the last two are whole minutes.
@@ -90,11 +104,11 @@ int CNMEASentence::GetUTC(char* field)
 double CNMEASentence::GetDate(char* field)
 {
     // A receiver sends the same day all day long.
-    static int cached_field = 0;
+    static std::int64_t cached_field = std::numeric_limits<std::int64_t>::min();
     static double cached_day = 0.0;
-    const int whole = GetWhole(field);
-    if (whole == cached_field) return cached_day;
     if (!HasLength(field, 4)) return 0.0;
+    const std::int64_t whole = ReadWhole(field);
+    if (whole == cached_field) return cached_day;
     const CTriple date = SplitTriple(field);
     cached_day = getStartOfDayUTC(FullYear(GetWhole(date.third)), date.second, date.first);
     cached_field = whole;
@@ -109,15 +123,8 @@ double CNMEASentence::GetNumber(const char* field)
 
 int CNMEASentence::GetWhole(const char* field)
 {
-    while (*field == ' ' || (*field >= '\t' && *field <= '\r')) ++field;
-    const bool negative = *field == '-';
-    if (*field == '-' || *field == '+') ++field;
-    std::int64_t number = 0;
-    for (; *field >= '0' && *field <= '9'; ++field) {
-        number = number * 10 + (*field - '0');
-        if (number > static_cast<std::int64_t>(kGreatestNumber)) return 0;
-    }
-    return static_cast<int>(negative ? -number : number);
+    const std::int64_t number = ReadWhole(field);
+    return std::abs(number) <= static_cast<std::int64_t>(kGreatestNumber) ? static_cast<int>(number) : 0;
 }
 
 float CNMEASentence::GetSpeed(const char* field)
