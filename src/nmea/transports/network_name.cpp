@@ -1,0 +1,6 @@
+#include "nmea/transports/network_name.h"
+
+std::string getCurrentNetworkName()
+{
+    return {};
+}
