@@ -3,6 +3,7 @@
 #include "core/listener.h"
 #include "navdata/data_gps_position.h"
 #include "overlays/data_goto_mark.h"
+#include "overlays/object_names.h"
 #include "overlays/overlay_mark.h"
 #include "overlays/overlay_route.h"
 #include "overlays/overlay_source.h"
@@ -54,9 +55,3 @@ public:
 };
 
 extern CMarkManager g_mark_manager;
-
-/// Fills the date into a name template and replaces its last "#" by one more than the highest number in use.
-template <class List>
-std::string GetNameFromTemplate(const std::string& name_template, const List& list);
-/// Replaces the last "#" by the number, or appends it.
-std::string NumberedName(const std::string& name_template, int number);
