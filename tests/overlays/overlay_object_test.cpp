@@ -1,7 +1,9 @@
 #include "core/listener.h"
 #include "overlays/overlay_source.h"
 
+#include <algorithm>
 #include <memory>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -59,14 +61,16 @@ TEST(OverlaySource, IsAskedForAsLongAsItLives)
         Dot dot{COverlayObject::kLines};
     };
     Recorder recorder;
+    std::pair<std::uint32_t, COverlayObject::update_action> of_source;
     {
         Source source;
+        of_source = {source.dot.Number(), COverlayObject::kChanged};
         IOverlaySource::GetUpdatesFromAllSources(COverlayObject::kChanged, recorder);
-        EXPECT_EQ(recorder.seen.size(), 1U);
+        EXPECT_EQ(std::count(recorder.seen.begin(), recorder.seen.end(), of_source), 1);
     }
     recorder.seen.clear();
     IOverlaySource::GetUpdatesFromAllSources(COverlayObject::kChanged, recorder);
-    EXPECT_TRUE(recorder.seen.empty());
+    EXPECT_EQ(std::count(recorder.seen.begin(), recorder.seen.end(), of_source), 0);
 }
 
 } // namespace

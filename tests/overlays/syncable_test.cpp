@@ -10,6 +10,13 @@ namespace {
 
 double now = 1000.0;
 
+/// A tick keeps one time for as long as it lasts.
+void TickAt(double time)
+{
+    now = time;
+    CHeartbeat::TheHeartbeat.Pulse();
+}
+
 struct Item : CSyncable {
     bool Serialize(IOStream& stream) override { return SerializeSyncable(stream); }
     bool SyncObject(IOStream&, double) override { return true; }
@@ -21,8 +28,8 @@ class Syncable : public testing::Test {
 protected:
     void SetUp() override
     {
-        now = 1000.0;
         SetClock([] { return now; });
+        TickAt(1000.0);
         SetObjectIdSource({[] { return std::uint32_t{0x12345678}; }, [] { return std::uint32_t{0xABCD0000}; }});
     }
     void TearDown() override
@@ -38,7 +45,7 @@ TEST_F(Syncable, IdIsFixedByTheFirstQuestion)
     EXPECT_EQ(item.object_id, 0U);
     const std::string text = item.GetObjectIDstr();
     EXPECT_EQ(item.object_id, (0x12345678ULL << 16) ^ (0xABCD0000ULL << 32) ^ 1000ULL);
-    now = 2000.0;
+    TickAt(2000.0);
     EXPECT_EQ(item.GetObjectIDstr(), text);
     EXPECT_EQ(CSyncable::ParseObjectID("Source: " + text + " end"), item.object_id);
     SetObjectIdSource({});
@@ -64,13 +71,13 @@ TEST_F(Syncable, DeletingKeepsTheServerOutOfWhatItNeverSaw)
     EXPECT_TRUE(fresh.do_not_sync);
     Item known;
     known.GetObjectID();
-    now = 2000.0;
+    TickAt(2000.0);
     known.DeleteSyncItem();
     EXPECT_FALSE(known.do_not_sync);
     EXPECT_TRUE(known.NeedsSyncToCloud(1500.0));
     EXPECT_FALSE(known.visible);
 
-    now = 3000.0;
+    TickAt(3000.0);
     known.setLocked(true);
     known.setDoNotSync(true);
     known.setVisible(true);
@@ -84,7 +91,7 @@ TEST_F(Syncable, OnlyRealChangesCount)
 {
     Item item;
     CHeartbeat::TheHeartbeat.Pulse();
-    now = 2000.0;
+    TickAt(2000.0);
     item.setVisible(false);
     item.setLocked(false);
     EXPECT_EQ(item.modified, 1000.0);
