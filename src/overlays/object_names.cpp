@@ -11,11 +11,14 @@
 namespace {
 
 constexpr std::string_view kRouteName = "%R";
+/// Bytes: beyond it no more route names are filled in.
+constexpr std::size_t kLongestName = 10'000;
 
 /// The number that a text begins with; 0 without one, the largest there is for one beyond it.
 long LeadingNumber(std::string_view text)
 {
     long number = 0;
+    if (text.starts_with('-')) return 0;
     const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
     return result.ec == std::errc::result_out_of_range ? std::numeric_limits<long>::max() : number;
 }
@@ -57,7 +60,9 @@ std::string WaypointName(const std::string& name_template, const std::string& ro
 {
     std::string name = NumberedName(name_template, number);
     for (std::size_t at = name.find(kRouteName); at != std::string::npos;
-         at = name.find(kRouteName, at + route_name.size()))
+         at = name.find(kRouteName, at + route_name.size())) {
+        if (name.size() > kLongestName) break;
         name.replace(at, kRouteName.size(), route_name);
+    }
     return name;
 }
