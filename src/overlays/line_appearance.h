@@ -17,4 +17,6 @@ struct CLineAppearance {
     bool SerializeAppearance(CSerializable::IOStream& stream);
     /// The pen for the display's resolution.
     QPen Pen() const;
+    /// The wider, translucent pen of what lies under the line of a selected object.
+    QPen UnderPen() const;
 };
