@@ -45,6 +45,12 @@ CDlg_display_settings {
                 checked: dlg.scaleBar
                 onToggled: dlg.scaleBar = checked
             }
+            Switch {
+                objectName: "alarmSound"
+                text: "Alarm sound"
+                checked: dlg.alarmSound
+                onToggled: dlg.alarmSound = checked
+            }
         }
     }
 }

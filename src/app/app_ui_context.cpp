@@ -5,8 +5,11 @@
 #include "ui/done_button.h"
 
 #include <QQmlApplicationEngine>
+#include <QQuickWindow>
 
 CAppUiContext::CAppUiContext()
+    : desktop(g_user_notification_manager,
+              [] { return theApp != nullptr && theApp->window() != nullptr && theApp->window()->isActive(); })
 {
     SetUiContext(this);
     SetViewServices(this);

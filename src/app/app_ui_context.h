@@ -1,11 +1,15 @@
 #pragma once
 
+#include "app/desktop_notifications.h"
 #include "chartview/view_services.h"
+#include "ui/alarm_bell.h"
 #include "ui/message_boxes.h"
+#include "ui/notification_banner.h"
 #include "ui/ui_context.h"
 
 /// What the interface room and the map view ask of the application, answered by the engine and the interface's root.
-/// While it lives it is the context in force, and messages go to message boxes. Main thread only.
+/// While it lives it is the context in force, messages go to message boxes, and alarms to the banner, the bell and
+/// the desktop. Main thread only.
 class CAppUiContext : public IUiContext, public IViewServices {
 public:
     CAppUiContext();
@@ -24,4 +28,8 @@ public:
 
 private:
     CMessageBoxSink messages;
+    MyNotificationUI banner{g_user_notification_manager};
+    CDesktopBell bell_sound;
+    CAlarmBell bell{g_user_notification_manager, bell_sound};
+    CDesktopNotifications desktop;
 };

@@ -3,6 +3,7 @@
 #include "app/settings_entry.h"
 #include "app/zentara_app_model.h"
 #include "chartview/view_settings.h"
+#include "ui/alarm_bell.h"
 
 namespace {
 
@@ -59,5 +60,16 @@ void CDlg_display_settings::setScaleBar(bool on)
     if (scaleBar() == on) return;
     TheViewSettings().show_scale_bar = on;
     ViewSettingsChanged();
+    emit changed();
+}
+
+bool CDlg_display_settings::alarmSound() const
+{
+    return CAlarmBell::sound_on;
+}
+
+void CDlg_display_settings::setAlarmSound(bool on)
+{
+    CAlarmBell::SetSoundOn(on);
     emit changed();
 }

@@ -2,7 +2,7 @@
 
 #include "ui/zt_dialog.h"
 
-/// How the window looks: theme, dimming, full screen, scale bar. Every change shows at once.
+/// How the program looks and sounds: theme, dimming, full screen, scale bar, alarm bell. Every change shows at once.
 class CDlg_display_settings : public CZTDialog {
     Q_OBJECT
     Q_PROPERTY(int theme READ theme WRITE setTheme NOTIFY changed)
@@ -10,6 +10,7 @@ class CDlg_display_settings : public CZTDialog {
     Q_PROPERTY(double darkest READ darkest CONSTANT)
     Q_PROPERTY(bool fullScreen READ fullScreen WRITE setFullScreen NOTIFY changed)
     Q_PROPERTY(bool scaleBar READ scaleBar WRITE setScaleBar NOTIFY changed)
+    Q_PROPERTY(bool alarmSound READ alarmSound WRITE setAlarmSound NOTIFY changed)
 public:
     static constexpr const char* dialog_url = "qrc:/dlg_display_settings.qml";
     using CZTDialog::CZTDialog;
@@ -25,6 +26,8 @@ public:
     void setFullScreen(bool on);
     bool scaleBar() const;
     void setScaleBar(bool on);
+    bool alarmSound() const;
+    void setAlarmSound(bool on);
 
 signals:
     void changed();
