@@ -53,20 +53,13 @@ std::string MagneticModelFile(double time)
     const auto model = WMM_AllocateModelMemory();
     if (model == nullptr) return {};
     const double year = DecimalYear(time);
-    std::string best;
-    double best_epoch = 0.0;
     const QDir folder(QStringLiteral(":/wmm"));
-    for (const QString& name : folder.entryList({QStringLiteral("WMM_COF*.txt")}, QDir::Files)) {
+    std::string best;
+    // Their names sort by epoch: the latest that has begun, or the first.
+    for (const QString& name : folder.entryList({QStringLiteral("WMM_COF*.txt")}, QDir::Files, QDir::Name)) {
         const std::string path = folder.filePath(name).toStdString();
         if (!WMM_readMagneticModel(path.c_str(), *model)) continue;
-        // The latest that has begun; before all of them, the first.
-        const bool better = model->epoch <= year ? model->epoch > best_epoch : model->epoch < best_epoch;
-        const bool best_has_begun = best_epoch <= year;
-        if (best.empty() || (model->epoch <= year && !best_has_begun) ||
-            (better && (model->epoch <= year) == best_has_begun)) {
-            best = path;
-            best_epoch = model->epoch;
-        }
+        if (best.empty() || model->epoch <= year) best = path;
     }
     return best;
 }

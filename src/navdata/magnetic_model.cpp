@@ -32,15 +32,18 @@ double SectoralFactor(int m)
     return factor;
 }
 
+/// What the functions of an order were divided by.
+double Divisor(int m, const SinCos& lat)
+{
+    return m == 0 ? 1.0 : lat.cos;
+}
+
 Order LegendreOrder(int m, const SinCos& lat)
 {
     const auto at = [](int i) { return static_cast<std::size_t>(i); };
     Order order;
-    std::array<double, kWMMDegree + 1> whole{}; // undivided
-    const double factor = SectoralFactor(m);
-    order.p[at(m)] = m == 0 ? 1.0 : factor * std::pow(lat.cos, m - 1);
-    whole[at(m)] = m == 0 ? 1.0 : order.p[at(m)] * lat.cos;
-    order.dp[at(m)] = -m * lat.sin * (m == 0 ? 0.0 : order.p[at(m)]);
+    order.p[at(m)] = m == 0 ? 1.0 : SectoralFactor(m) * std::pow(lat.cos, m - 1);
+    order.dp[at(m)] = -m * lat.sin * order.p[at(m)];
     for (int n = m + 1; n <= kWMMDegree; ++n) {
         const double next = 2.0 * n - 1.0;
         const double before = std::sqrt((n - 1.0) * (n - 1.0) - m * m);
@@ -50,8 +53,7 @@ Order LegendreOrder(int m, const SinCos& lat)
             return (next * lat.sin * row[at(n - 1)] - before * two_below) * scale;
         };
         order.p[at(n)] = step(order.p);
-        order.dp[at(n)] = step(order.dp) + next * lat.cos * whole[at(n - 1)] * scale;
-        whole[at(n)] = step(whole);
+        order.dp[at(n)] = step(order.dp) + next * lat.cos * Divisor(m, lat) * order.p[at(n - 1)] * scale;
     }
     return order;
 }
@@ -70,10 +72,9 @@ void AddOrder(int m, const SinCos& lat, double lon, double ratio, const WMM_Magn
         const double power = std::pow(ratio, n + 2);
         const double along = model.g[i] * turned.cos + model.h[i] * turned.sin;
         const double across = model.g[i] * turned.sin - model.h[i] * turned.cos;
-        const double legendre = m == 0 ? order.p[row] : order.p[row] * lat.cos;
         field.x -= power * along * order.dp[row];
         field.y += power * across * m * order.p[row];
-        field.z -= power * along * (n + 1) * legendre;
+        field.z -= power * along * (n + 1) * order.p[row] * Divisor(m, lat);
     }
 }
 
