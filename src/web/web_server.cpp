@@ -117,8 +117,9 @@ void CWebServer_NB::OnFinished()
 {
     const QNetworkReply::NetworkError fault = m_reply->error();
     bool whole = fault == QNetworkReply::NoError && StoreReceived();
-    if (fault != QNetworkReply::NoError && fault != QNetworkReply::OperationCanceledError) {
-        m_error += m_reply->errorString().toStdString();
+    // What ended it here has its text already; the manager's time-out counts as a fault of the network.
+    if (fault != QNetworkReply::NoError && !m_cancelled && m_error.empty()) {
+        m_error = m_reply->errorString().toStdString();
     }
     m_reply->deleteLater();
     m_reply = nullptr;
