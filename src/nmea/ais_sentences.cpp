@@ -1,0 +1,276 @@
+#include "nmea/ais_sentences.h"
+
+#include "nmea/nmea_sentence_type.h"
+
+#include <cmath>
+#include <cstring>
+
+namespace CNEMA_AIS {
+
+class VDM::Type : public CNMEASentenceTypeOf<VDM> {
+    using CNMEASentenceTypeOf::CNMEASentenceTypeOf;
+};
+class VDO::Type : public CNMEASentenceTypeOf<VDO> {
+    using CNMEASentenceTypeOf::CNMEASentenceTypeOf;
+};
+
+VDM::Type VDM::type("VDM");
+VDO::Type VDO::type("VDO");
+
+bool CAIS_Sentence::stream_of_own_ship = false;
+
+namespace {
+
+constexpr double kDegreesPerUnit = 1.6666666666666667e-06; ///< of latitude and longitude: a ten-thousandth of a minute
+constexpr float kFastest = 100.0F;                         ///< knots
+constexpr double kRotRoot = 4.733;     ///< the rate is sent as this times its square root, degrees a minute
+constexpr float kFastestTurn = 720.0F; ///< degrees a minute
+
+// What the fields hold, in their raw units, when they are not available.
+constexpr std::uint32_t kRawNoSpeed = 1023;
+constexpr std::uint32_t kRawNoCourse = 3600;
+constexpr std::uint32_t kRawNoHeading = 511;
+constexpr std::int32_t kRawNoTurn = -128;
+constexpr std::int32_t kRawNoLatitude = 91 * 600000;
+constexpr std::int32_t kRawNoLongitude = 181 * 600000;
+
+/// Walks over a message and stores field behind field.
+class CFields {
+public:
+    void Skip(int bits) { position += bits; }
+    /// Keeps the field as it is when its bits were not received.
+    template <class Number>
+    void Take(Number& field, int bits)
+    {
+        field = static_cast<Number>(CAIS_Sentence::fetch_bits(position, bits, static_cast<std::uint32_t>(field)));
+    }
+    template <std::size_t Room>
+    void TakeText(char (&field)[Room], int characters)
+    {
+        CAIS_Sentence::fetch_string(field, position, characters * 6);
+    }
+    void TakeTenths(float& field, int bits, std::uint32_t unavailable)
+    {
+        field = static_cast<float>(CAIS_Sentence::fetch_bits(position, bits, unavailable) * 0.1);
+    }
+    void TakeSpeed(float& knots)
+    {
+        TakeTenths(knots, 10, kRawNoSpeed);
+        if (knots > kFastest) knots = 0.0F;
+    }
+    void TakePlace(CPlace& place)
+    {
+        place.longitude = CAIS_Sentence::fetch_bits_signed(position, 28, kRawNoLongitude) * kDegreesPerUnit;
+        place.latitude = CAIS_Sentence::fetch_bits_signed(position, 27, kRawNoLatitude) * kDegreesPerUnit;
+    }
+    void TakeTurn(CPositionReport& report)
+    {
+        const double root = CAIS_Sentence::fetch_bits_signed(position, 8, kRawNoTurn) / kRotRoot;
+        const auto rate = static_cast<float>(root * root);
+        report.rot_valid = rate < kFastestTurn;
+        report.rate_of_turn = report.rot_valid ? std::copysign(rate, static_cast<float>(root)) : 0.0F;
+    }
+    void TakeMotion(CMotion& motion)
+    {
+        TakeSpeed(motion.sog);
+        Skip(1); // accuracy
+        TakePlace(motion);
+        TakeTenths(motion.cog, 12, kRawNoCourse);
+        motion.heading = static_cast<float>(CAIS_Sentence::fetch_bits(position, 9, kRawNoHeading));
+        Take(motion.time_stamp, 6);
+    }
+    void TakeDimensions(CDimensions& dimensions)
+    {
+        Take(dimensions.to_bow, 9);
+        Take(dimensions.to_stern, 9);
+        Take(dimensions.to_port, 6);
+        Take(dimensions.to_starboard, 6);
+    }
+
+private:
+    int position = 6 + 2 + 30; // behind type, repeat indicator and MMSI
+};
+
+void Read(CFields& fields, CPositionReport& report)
+{
+    fields.Take(report.nav_status, 4);
+    fields.TakeTurn(report);
+    fields.TakeMotion(report);
+}
+
+void Read(CFields& fields, CBaseStation& station)
+{
+    fields.Take(station.year, 14);
+    fields.Take(station.month, 4);
+    fields.Take(station.day, 5);
+    fields.Take(station.hour, 5);
+    fields.Take(station.minute, 6);
+    fields.Take(station.second, 6);
+    fields.Skip(1); // accuracy
+    fields.TakePlace(station);
+}
+
+void Read(CFields& fields, CStaticVoyageData& ship)
+{
+    fields.Skip(2); // version
+    fields.Take(ship.imo, 30);
+    fields.TakeText(ship.call_sign, 7);
+    fields.TakeText(ship.name, 20);
+    fields.Take(ship.ship_type, 8);
+    fields.TakeDimensions(ship);
+    fields.Skip(4); // kind of receiver
+    fields.Take(ship.eta_month, 4);
+    fields.Take(ship.eta_day, 5);
+    fields.Take(ship.eta_hour, 5);
+    fields.Take(ship.eta_minute, 6);
+    fields.TakeTenths(ship.draught, 8, 0);
+    fields.TakeText(ship.destination, 20);
+}
+
+void Read(CFields& fields, CAircraft& aircraft)
+{
+    fields.Take(aircraft.altitude, 12);
+    fields.Take(aircraft.speed, 10);
+    fields.Skip(1); // accuracy
+    fields.TakePlace(aircraft);
+    fields.TakeTenths(aircraft.cog, 12, kRawNoCourse);
+    fields.Take(aircraft.time_stamp, 6);
+}
+
+void Read(CFields& fields, CClassBPosition& ship)
+{
+    fields.Skip(8); // reserved
+    fields.TakeMotion(ship);
+}
+
+void Read(CFields& fields, CClassBExtended& ship)
+{
+    fields.Skip(8); // reserved
+    fields.TakeMotion(ship);
+    fields.Skip(4); // reserved
+    fields.TakeText(ship.name, 20);
+    fields.Take(ship.ship_type, 8);
+    fields.TakeDimensions(ship);
+}
+
+void Read(CFields& fields, CAidToNavigation& aid)
+{
+    fields.Take(aid.aid_type, 5);
+    fields.TakeText(aid.name, 20);
+    fields.Skip(1); // accuracy
+    fields.TakePlace(aid);
+    fields.Skip(9); // to the bow
+    fields.Take(aid.dimension, 9);
+}
+
+void Read(CFields& fields, CStaticDataReport& report)
+{
+    fields.Take(report.part, 2);
+    if (report.part == 0) fields.TakeText(report.name, 20);
+    if (report.part != 1) return;
+    fields.Take(report.ship_type, 8);
+    fields.TakeText(report.vendor, 7);
+    fields.TakeText(report.call_sign, 7);
+    fields.TakeDimensions(report);
+}
+
+template <class Body>
+Body& ReadInto(CMessageBody& body)
+{
+    CFields fields;
+    Body& made = body.emplace<Body>();
+    Read(fields, made);
+    return made;
+}
+
+bool EndsField(char c)
+{
+    return c == ',' || c == '*' || c == 0;
+}
+
+const char* FieldEnd(const char* field)
+{
+    while (!EndsField(*field)) ++field;
+    return field;
+}
+
+/// The field behind the one that begins at `field`; an empty one at the end of the text.
+const char* NextField(const char* field)
+{
+    field = FieldEnd(field);
+    return *field == ',' ? field + 1 : field;
+}
+
+} // namespace
+
+bool CAIS_Sentence::Init(char* text)
+{
+    // The fields are read where they stand: a payload is all that this sentence is about.
+    const char* count_field = NextField(text);
+    const char* number_field = NextField(count_field);
+    const char* channel_field = NextField(NextField(number_field)); // behind the sequence id, which many leave out
+    const char* payload = NextField(channel_field);
+    const int number = GetWhole(number_field);
+    if (number == 1) {
+        std::memset(bitstream, 0, sizeof bitstream);
+        bit_count = 0;
+        stream_of_own_ship = own_ship;
+    } else if (number != last_sentence_number + 1) {
+        return false;
+    }
+    last_sentence_number = number;
+    channel = EndsField(*channel_field) ? char{0} : *channel_field;
+    AppendPayload(payload, static_cast<std::size_t>(FieldEnd(payload) - payload));
+    message_type = 0;
+    mmsi = 0;
+    description = "";
+    body.emplace<std::monostate>();
+    if (number != GetWhole(count_field)) return true;
+    if (stream_of_own_ship != own_ship) return false;
+    Unpack();
+    return true;
+}
+
+void CAIS_Sentence::Unpack()
+{
+    int position = 0;
+    const std::uint32_t received_type = fetch_bits(position, 6);
+    position += 2; // repeat indicator
+    mmsi = fetch_bits(position, 30);
+    if (position > bit_count) return; // of nobody
+    message_type = static_cast<std::uint8_t>(received_type);
+    switch (message_type) {
+    case 1:
+    case 2:
+    case 3:
+        ReadInto<CPositionReport>(body);
+        break;
+    case 4:
+    case 11:
+        ReadInto<CBaseStation>(body);
+        break;
+    case 5:
+        description = decode_type(ReadInto<CStaticVoyageData>(body).ship_type);
+        break;
+    case 9:
+        ReadInto<CAircraft>(body);
+        break;
+    case 18:
+        ReadInto<CClassBPosition>(body);
+        break;
+    case 19:
+        description = decode_type(ReadInto<CClassBExtended>(body).ship_type);
+        break;
+    case 21:
+        ReadInto<CAidToNavigation>(body);
+        break;
+    case 24:
+        if (const auto& report = ReadInto<CStaticDataReport>(body); report.part == 1)
+            description = decode_type(report.ship_type);
+        break;
+    default:
+        break;
+    }
+}
+
+} // namespace CNEMA_AIS

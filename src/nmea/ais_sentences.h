@@ -1,0 +1,74 @@
+#pragma once
+
+#include "nmea/ais_messages.h"
+#include "nmea/nmea_sentence.h"
+
+#include <cstddef>
+#include <cstdint>
+
+/// Sentences of AIS receivers. A message may come in several sentences, of which the last one carries its content.
+namespace CNEMA_AIS {
+
+/// What VDM and VDO share. One message is put together at a time, whichever of the two it comes in.
+class CAIS_Sentence : public CNMEASentence {
+public:
+    /// False: out of sequence, or the end of a message whose beginning came in the other class of sentence.
+    bool Init(char* text) override;
+
+    char channel = 0;              ///< A or B; 0: not said
+    std::uint8_t message_type = 0; ///< 0 until a message with its type and MMSI is complete
+    std::uint32_t mmsi = 0;
+    CMessageBody body;
+    const char* description = ""; ///< the ship type in words, at most 24 characters
+
+    // The bits received so far, from the most significant one of each byte on.
+    static constexpr int kStreamBits = 1024;
+    static constexpr int kMostBits = 996; ///< of a message; what follows is dropped
+    static constexpr int kMargin = 8;     ///< bytes that a read or write of 8 bytes may go too far
+    static std::uint8_t bitstream[kStreamBits / 8 + kMargin];
+    static std::int32_t bit_count;
+    static std::int32_t last_sentence_number;
+
+    /// The six bits that a character of the payload stands for.
+    static int decode_sixbit(int c) { return (c < 89 ? c + 80 : c + 72) & 63; }
+    /// Appends six bits; does nothing once no more fit.
+    static void append_sixbits(int v) { append_bits(static_cast<std::uint64_t>(v & 63) << 42, 6); }
+    /// The next `count` (1 to 30) bits as a number; `unavailable` when not all of them were received.
+    static std::uint32_t fetch_bits(int& position, int count, std::uint32_t unavailable = 0);
+    /// The same in two's complement.
+    static std::int32_t fetch_bits_signed(int& position, int count, std::int32_t unavailable = 0);
+    /// The characters received of `bits` bits of text, without "@" and spaces at its end. `out` has TextRoom.
+    static void fetch_string(char* out, int& position, int bits);
+    /// The ship type in words.
+    static const char* decode_type(unsigned char type);
+
+protected:
+    explicit CAIS_Sentence(bool of_own_ship) : own_ship(of_own_ship) {}
+
+private:
+    /// Appends the upper `count` of 48 bits. What lies above `count` is 0.
+    static void append_bits(std::uint64_t upper, int count);
+    static void AppendPayload(const char* payload, std::size_t length);
+    void Unpack();
+
+    static bool stream_of_own_ship; ///< the class of the sentence that the stream began with
+    const bool own_ship;
+};
+
+/// Reports of other vessels.
+class VDM : public CAIS_Sentence {
+public:
+    class Type;
+    static Type type;
+    VDM() : CAIS_Sentence(false) {}
+};
+
+/// Reports of the own vessel.
+class VDO : public CAIS_Sentence {
+public:
+    class Type;
+    static Type type;
+    VDO() : CAIS_Sentence(true) {}
+};
+
+} // namespace CNEMA_AIS
