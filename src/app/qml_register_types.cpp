@@ -6,6 +6,7 @@
 #include "app/zentara_app_model.h"
 #include "chartview/qml_register_chartview.h"
 #include "displayview/display_view_page.h"
+#include "nmea/transports/qml_register_transports.h"
 #include "ui/qml_register_ui.h"
 
 #include <QtQml>
@@ -15,6 +16,7 @@ void qml_register_types()
     constexpr const char* module = "com.zentara.zt";
     qml_register_ui();
     qml_register_chartview();
+    qml_register_transports();
     qmlRegisterType<CDisplayViewPage>(module, 1, 0, "CDisplayViewPage");
     qmlRegisterType<CZentaraAppModel>(module, 1, 0, "CZentaraAppModel");
     qmlRegisterType<COperatingSystem>(module, 1, 0, "COperatingSystem");

@@ -15,6 +15,7 @@
 #include "core/heartbeat_timer.h"
 #include "core/listener.h"
 #include "core/persistant_data.h"
+#include "nmea/data_connection.h"
 
 #include <clocale>
 #include <sys/stat.h>
@@ -83,6 +84,8 @@ void LogFirstFrame(QQuickWindow& window)
 void OnWindowCreated(QQuickWindow& window, const std::vector<std::string>& args)
 {
     window.setIcon(QIcon(QStringLiteral(":/appicon.png")));
+    CDataConnection::AppWasResumed();
+    CDataConnection::UpdatedBackgroundSettings();
     TakeScreen(window);
     if (theApp == nullptr) return;
     QObject::connect(&window, &QQuickWindow::activeChanged, theApp, [&window] {
@@ -108,6 +111,7 @@ void OnObjectCreated(QObject* object, const QUrl& created, const QUrl& url, cons
 
 void OnLoopEnded()
 {
+    CDataConnection::AppWasDestroyed();
     ShutDown shut_down;
     DispatchToListeners(shut_down);
     save_all_app_data();
