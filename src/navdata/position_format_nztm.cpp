@@ -7,8 +7,9 @@
 
 namespace {
 
-/// Degrees from the central meridian up to which the series holds to a metre.
-constexpr double kWidest = 12.0;
+/// Degrees: where the grid is used, from the Kermadecs to the sub-Antarctic islands, the series holds to a metre.
+constexpr double kWidest = 11.5; ///< from the central meridian
+constexpr double kSouthernmost = -60.0, kNorthernmost = -25.0;
 constexpr double kCentralMeridian = 173.0;
 /// Metres on either side of the false easting.
 constexpr double kWidestEasting = 1.4e6;
@@ -35,9 +36,13 @@ public:
         if (!IsPosition(lat, lon)) return;
         // On this side of the antimeridian longitudes go on beyond 180.
         const double east_of_meridian = FoldLongitude(lon - kCentralMeridian);
+        if (std::fabs(east_of_meridian) > kWidest || lat < kSouthernmost || lat > kNorthernmost) {
+            out = kOffGrid;
+            return;
+        }
         double easting, northing;
         Projection().lat_lon_to_E_N(lat, kCentralMeridian + east_of_meridian, easting, northing);
-        out = std::fabs(east_of_meridian) > kWidest ? kOffGrid : stringprintf("%06.0f %06.0f", easting, northing);
+        out = stringprintf("%06.0f %06.0f", easting, northing);
     }
 
     bool scan(const char* text, double& lat, double& lon) const override
