@@ -78,6 +78,11 @@ void CMapItem::InvalidateView()
     if (window != nullptr) window->Invalidate();
 }
 
+void CMapItem::InvalidateArea(const FRect& area)
+{
+    if (window != nullptr) window->InvalidateArea(area);
+}
+
 ZT_HWND CMapItem::hWnd()
 {
     return window != nullptr ? window->hWnd() : ZT_HWND();

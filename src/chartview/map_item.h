@@ -33,6 +33,7 @@ public:
     bool ExtendsToEdges() const override { return true; }
     bool HasMenu() const override { return true; }
     void InvalidateView() override;
+    void InvalidateArea(const FRect& area) override;
     ZT_HWND hWnd() override;
 
     /// Saves the view of each open map; false when one could not be written.

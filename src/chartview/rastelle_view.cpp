@@ -4,6 +4,7 @@
 #include "chartview/overlay_tool.h"
 #include "chartview/view_services.h"
 #include "core/user_data_changed.h"
+#include "overlays/gps_position.h"
 
 #include <cmath>
 
@@ -25,6 +26,8 @@ CRastelleView::CRastelleView(IViewHost* view_host) : host(view_host)
 {
     Listener<CDataGPSPosition>::Connect();
     Listener<COverlayObject>::Connect();
+    gps_lat = COverlayGPSPosition::theLatestPosition.latitude;
+    gps_lon = COverlayGPSPosition::theLatestPosition.longitude;
 }
 
 CRastelleView::~CRastelleView() = default;
@@ -40,6 +43,15 @@ void CRastelleView::Repaint()
         repaint_wanted = true;
     } else if (host != nullptr) {
         host->InvalidateView();
+    }
+}
+
+void CRastelleView::RepaintArea(const FRect& area)
+{
+    if (repaint_held > 0) {
+        repaint_wanted = true;
+    } else if (host != nullptr && area.overlaps(screen)) {
+        host->InvalidateArea(area);
     }
 }
 

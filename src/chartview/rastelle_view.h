@@ -21,6 +21,8 @@ struct IViewHost {
     virtual ~IViewHost() = default;
     /// The picture is out of date.
     virtual void InvalidateView() = 0;
+    /// A part of the picture (device pixels of the window) is out of date.
+    virtual void InvalidateArea(const FRect&) { InvalidateView(); }
     virtual ZT_HWND hWnd() = 0;
 };
 
@@ -179,6 +181,7 @@ private:
     void moved_screen();
     void NormaliseWrap();
     void Repaint();
+    void RepaintArea(const FRect& area);
 
     // Zoom
     bool OpenNextChart(int direction);
@@ -204,6 +207,8 @@ private:
     void DrawObject(QPainter* painter, const COverlayObject& object, CMapping& mapping);
     void DrawTool(QPainter* painter);
     void MapObject(const COverlayObject& object, Mapped& entry);
+    /// What the object paints, device pixels; empty when it lies beside the window, infinite when that is not known.
+    FRect DrawnArea(const COverlayObject& object, const CMapping& mapping) const;
     CMapping* FindMapping(const COverlayObject* object);
     bool IsHit(const COverlayObject* object, double x, double y, double precision_sq);
     DblPoint ImagePoint(double x, double y) const;

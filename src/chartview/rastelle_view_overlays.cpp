@@ -3,22 +3,53 @@
 #include "chartview/view_services.h"
 #include "core/display_metrics.h"
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
 
 // The overlay objects of the view: mapping, hits, and who gets an event.
 
+namespace {
+
+constexpr double kInfinite = std::numeric_limits<double>::infinity();
+constexpr FRect kEverywhere{-kInfinite, -kInfinite, kInfinite, kInfinite};
+constexpr FRect kNowhere{kInfinite, kInfinite, -kInfinite, -kInfinite};
+
+FRect Union(const FRect& a, const FRect& b)
+{
+    return {std::min(a.left, b.left), std::min(a.top, b.top), std::max(a.right, b.right), std::max(a.bottom, b.bottom)};
+}
+
+} // namespace
+
 void CRastelleView::OnUpdate(COverlayObject& object)
 {
+    const auto known = mapped.find(object.ViewKey());
+    FRect area = known != mapped.end() ? DrawnArea(object, known->second.mapping) : kNowhere;
     if (object.action == COverlayObject::kAllGone) {
         mapped.clear();
         drag_object = nullptr;
+        area = kEverywhere;
     } else if (object.action == COverlayObject::kDeleted || !object.isVisible()) {
         if (drag_object == &object) drag_object = nullptr;
-        if (mapped.erase(object.ViewKey()) == 0) return;
+        if (known != mapped.end()) mapped.erase(known);
     } else if (object.action == COverlayObject::kChanged) {
-        MapObject(object, mapped[object.ViewKey()]);
+        Mapped& entry = known != mapped.end() ? known->second : mapped[object.ViewKey()];
+        MapObject(object, entry);
+        area = Union(area, DrawnArea(object, entry.mapping));
     }
-    Repaint();
+    RepaintArea(area);
+}
+
+FRect CRastelleView::DrawnArea(const COverlayObject& object, const CMapping& mapping) const
+{
+    const bool selected = ToolIsActive() && TheOverlayTool()->Selected() == &object;
+    const bool known = mapping.drawn_around >= 0.0 && !selected && !wrap.active() && smooth_scale == 1.0;
+    if (!known) return kEverywhere;
+    if (mapping.image_points.empty()) return kNowhere;
+    const FRect on_screen = params.ImageToScreen(mapping.bounds);
+    const double around = mapping.drawn_around;
+    return {on_screen.left - around, on_screen.top - around, on_screen.right + around, on_screen.bottom + around};
 }
 
 void CRastelleView::MapObject(const COverlayObject& object, Mapped& entry)

@@ -1,6 +1,7 @@
 #include "chart/chart_list.h"
+#include "chartview/overlay_tool.h"
 #include "chartview/rastelle_view.h"
-#include "core/simple_grid.h"
+#include "overlays/gps_position.h"
 
 #include <algorithm>
 #include <cmath>
@@ -16,6 +17,12 @@ constexpr double kStartScale = 0.18274;
 constexpr double kMinutesPerDegree = 60.0;
 /// A view may come out this much more detailed than was wanted.
 constexpr double kMostDetailGained = 0.75;
+
+/// The own ship sets the place of the bearings unless a tool has set that of its object.
+[[maybe_unused]] const bool own_ship_asks_for_the_tool = [] {
+    COverlayGPSPosition::tool_is_active = [] { return TheOverlayTool() != nullptr; };
+    return true;
+}();
 
 bool IsRealPosition(double lat, double lon)
 {
@@ -107,7 +114,9 @@ void CRastelleView::GotoLocation(ZT_HWND parent, double lat, double lon, bool re
         SetPointer(centre_x, centre_y);
         DoZoom(-params.level);
     } else {
+        const CViewParams before = params;
         params.AdjustOffset(gps_anchor_x, gps_anchor_y, x, y);
+        if (params.offset_x == before.offset_x && params.offset_y == before.offset_y) return;
     }
     moved_screen();
 }

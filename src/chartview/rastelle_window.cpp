@@ -44,14 +44,14 @@ void CDVI_Rastelle_Window::openMap()
         SetItem(own_item.get());
     }
     item->openMap();
-    update();
+    Invalidate();
 }
 
 void CDVI_Rastelle_Window::closeMap()
 {
     if (item != nullptr) item->closeMap();
     onTick();
-    update();
+    Invalidate();
 }
 
 void CDVI_Rastelle_Window::setArranging(bool on)
@@ -76,15 +76,50 @@ void CDVI_Rastelle_Window::UpdateResolution()
     if (window() != nullptr) SetGraphicsResolution(window()->effectiveDevicePixelRatio());
 }
 
+void CDVI_Rastelle_Window::Invalidate()
+{
+    whole_invalid = true;
+    update(boundingRect().toAlignedRect());
+}
+
+void CDVI_Rastelle_Window::InvalidateArea(const FRect& area)
+{
+    if (whole_invalid) { // the element keeps one rectangle, and forgets an earlier update() of all
+        Invalidate();
+        return;
+    }
+    const double r = graphicsResolution;
+    const double left = std::max(area.left / r, 0.0);
+    const double top = std::max(area.top / r, 0.0);
+    const double right = std::min(area.right / r, width());
+    const double bottom = std::min(area.bottom / r, height());
+    if (right > left && bottom > top) update(QRectF(left, top, right - left, bottom - top).toAlignedRect());
+}
+
 void CDVI_Rastelle_Window::itemChange(ItemChange change, const ItemChangeData& data)
 {
     CPaintAdaptor_q::itemChange(change, data);
+    if (change == ItemSceneChange) {
+        disconnect(scene_graph_made);
+        if (data.window != nullptr) // with its first picture, or after its old ones were lost
+            scene_graph_made = connect(data.window, &QQuickWindow::sceneGraphInitialized, this,
+                                       &CDVI_Rastelle_Window::Invalidate, Qt::QueuedConnection);
+    }
     if (change == ItemSceneChange || change == ItemDevicePixelRatioHasChanged) UpdateResolution();
+    if (change == ItemSceneChange || change == ItemDevicePixelRatioHasChanged || change == ItemVisibleHasChanged)
+        Invalidate();
+}
+
+void CDVI_Rastelle_Window::geometryChange(const QRectF& now, const QRectF& before)
+{
+    CPaintAdaptor_q::geometryChange(now, before);
+    Invalidate();
 }
 
 void CDVI_Rastelle_Window::paint(QPainter* painter)
 {
     UpdateResolution();
+    whole_invalid = false;
     const double r = graphicsResolution;
     painter->scale(1.0 / r, 1.0 / r);
     const CRastelleView* const view = View();

@@ -42,6 +42,10 @@ public:
     /// At each heartbeat, after the view's own: publishes what changed.
     void onTick();
 
+    void Invalidate() override;
+    /// The same for an area of device pixels.
+    void InvalidateArea(const FRect& area);
+
     Q_INVOKABLE void openMap();
     Q_INVOKABLE void closeMap();
     Q_INVOKABLE bool onPressed(int button, double mouse_x, double mouse_y) override;
@@ -72,6 +76,7 @@ signals:
 
 protected:
     void itemChange(ItemChange change, const ItemChangeData& data) override;
+    void geometryChange(const QRectF& now, const QRectF& before) override;
 
 private:
     void UpdateResolution();
@@ -80,6 +85,8 @@ private:
     CMapItem* item = nullptr;
     std::unique_ptr<CMapItem> own_item;
     CScaleBar scale_bar;
+    bool whole_invalid = true; ///< the whole picture waits for its painting
+    QMetaObject::Connection scene_graph_made;
     bool gps_locked_cache = false;
     bool is_arranging = false;
 };

@@ -2,6 +2,8 @@
 #include "overlays/gps_position.h"
 #include "ui/colorized_image.h"
 
+#include <algorithm>
+
 #include <QPainter>
 
 namespace {
@@ -47,6 +49,8 @@ void COverlayGPSPosition::Map(CMapping& mapping, const CPolynomialProjection& pr
 {
     if (icons.resolution != graphicsResolution) LoadIcons();
     COverlayMovingTarget::Map(mapping, projection);
+    const double icon = std::max(icons.no_fix.width(), icons.no_fix.height());
+    mapping.drawn_around = icon + (kTriangleHeight + kTriangleHalfBase) * graphicsResolution;
 }
 
 void COverlayGPSPosition::Draw(QPainter* painter, const CViewParams& params, CMapping& mapping) const

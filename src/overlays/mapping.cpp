@@ -12,6 +12,7 @@ void CMapping::clear()
     screen_points.clear();
     kind = kNone;
     count = 0;
+    drawn_around = -1.0;
     bounds = {2147483647.0, 2147483647.0, -2147483648.0, -2147483648.0};
 }
 

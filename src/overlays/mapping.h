@@ -26,6 +26,8 @@ public:
     /// Chart pixels for 360 degrees on a chart of the whole world, which repeats sideways; 0 on any other. Set by the
     /// view before Map.
     double wrap_width = 0.0;
+    /// Device pixels around the bounds within which the object draws; below 0 it may draw anywhere. Set by Map.
+    double drawn_around = -1.0;
 
     CMapping() { clear(); }
     /// No mapping; the bounds become the inverted extremes. Keeps wrap_width.
