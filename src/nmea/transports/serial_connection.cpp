@@ -37,6 +37,10 @@ CSerialConnection::CSerialConnection() : Counter(kEveryTick)
 {
     debuggable = true;
     Setup(last_device, last_baud);
+    // Queued: the port must not be closed while it tells of its error. Until it is closed it tells without end.
+    QObject::connect(
+        &port, &QSerialPort::errorOccurred, &port, [this](QSerialPort::SerialPortError error) { OnPortError(error); },
+        Qt::QueuedConnection);
 }
 
 CSerialConnection::~CSerialConnection() = default;
@@ -104,9 +108,14 @@ bool CSerialConnection::Output(const char* text)
 
 void CSerialConnection::OnHeartbeat()
 {
-    if (!is_open) return;
+    if (is_open) ReadLines();
+}
+
+void CSerialConnection::OnPortError(QSerialPort::SerialPortError error)
+{
+    if (!is_open || (error != QSerialPort::ResourceError && error != QSerialPort::ReadError)) return;
     ReadLines();
-    if (port.error() == QSerialPort::ResourceError) LosePort();
+    LosePort();
 }
 
 bool CSerialConnection::RefillBuffer()

@@ -43,6 +43,7 @@ private:
     bool OpenPort();
     bool RefillBuffer();
     void ReadLines();
+    void OnPortError(QSerialPort::SerialPortError error);
     void LosePort();
 
     QSerialPort port;
