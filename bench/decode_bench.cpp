@@ -83,7 +83,7 @@ struct CodedTiles {
 private:
     void Pad()
     {
-        for (auto& block : blocks) block.resize(block.size() + 16);
+        for (auto& block : blocks) block.resize(block.size() + 32);
     }
 
     const ChartSample& sample;

@@ -7,20 +7,25 @@
 #include <cstdint>
 #include <span>
 
-/// A look-up table of a byte-form tree: what the next kBits bits decode to, as many whole pixels as lie in them.
+/// A look-up table of a byte-form tree: what the next kBits bits decode to, as many whole pixels as lie in them, and
+/// beside it one for each code that is longer.
 struct HuffmanTable {
     static constexpr int kBits = 8;
     static constexpr std::size_t kSize = 1 << kBits;
+    /// What a code may have beyond kBits to be found in `long_codes`.
+    static constexpr int kLongBits = 4;
+    static constexpr std::size_t kLongSize = 1 << kLongBits;
 
     /// By the next bits, the earliest in the lowest place: bits used in the low byte, pixels in the high byte. 0 where
     /// the first code is longer than kBits or damaged.
     alignas(64) std::array<std::uint16_t, kSize> steps;
-    /// The pixels, the first in the lowest byte; where the step is 0, the offset of the node that kBits decisions lead
-    /// to, or less of them to a bad one (`node_depth` in the high half).
+    /// The pixels, the first in the lowest byte; where the step is 0, the place in `long_codes` of the kLongSize
+    /// entries for the bits that follow.
     alignas(64) std::array<std::uint64_t, kSize> pixels;
+    /// By the kLongBits bits behind the first kBits: bits used in all in the low byte, the one pixel in the high byte.
+    /// 0 where the code is longer still or damaged; so are all of the first kLongSize.
+    std::array<std::uint16_t, (1 + kSize) * kLongSize> long_codes;
     TileNote note; ///< of a tile decoded with it
-
-    static constexpr int kNodeDepthShift = 32;
 };
 
 /// Builds the table of the tree at the start of `tree`.
