@@ -1,0 +1,218 @@
+#include "core/xml_document.h"
+
+#include "core/files.h"
+#include "core/numbers.h"
+#include "core/xml_parser.h"
+
+namespace {
+
+constexpr std::string_view kBlanks = " \t\r\n";
+
+std::string_view LocalName(std::string_view name)
+{
+    const std::size_t colon = name.find(':');
+    return colon == std::string_view::npos ? name : name.substr(colon + 1);
+}
+
+bool SameName(std::string_view a, std::string_view b)
+{
+    a = LocalName(a);
+    b = LocalName(b);
+    if (a.size() != b.size()) return false;
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        const char difference = static_cast<char>(a[i] ^ b[i]);
+        if (difference == 0) continue;
+        const auto letter = static_cast<unsigned char>(a[i] | 0x20);
+        if (difference != 0x20 || letter < 'a' || letter > 'z') return false;
+    }
+    return true;
+}
+
+std::string_view Trimmed(std::string_view text)
+{
+    const std::size_t first = text.find_first_not_of(kBlanks);
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+/// Takes the next `name="value"` off the front; false when there is none.
+bool NextAttribute(std::string_view& rest, std::string_view& name, std::string_view& value)
+{
+    const std::size_t equals = rest.find('=');
+    if (equals == std::string_view::npos) return false;
+    name = Trimmed(rest.substr(0, equals));
+    rest.remove_prefix(equals + 1);
+    const std::size_t open = rest.find_first_not_of(kBlanks);
+    if (open == std::string_view::npos || (rest[open] != '"' && rest[open] != '\'')) return false;
+    const std::size_t close = rest.find(rest[open], open + 1);
+    if (close == std::string_view::npos) return false;
+    value = rest.substr(open + 1, close - open - 1);
+    rest.remove_prefix(close + 1);
+    return true;
+}
+
+void AppendWithoutControls(std::string& out, std::string_view text)
+{
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte >= 0x20 || c == '\t' || c == '\n') out += c;
+    }
+}
+
+} // namespace
+
+bool CXMLdocument::ParseFile(const std::string& path)
+{
+    std::string bytes;
+    return read_whole_file(path, bytes, kLargest) && ParseText(std::move(bytes));
+}
+
+bool CXMLdocument::ParseText(std::string with_text)
+{
+    nodes.clear();
+    text.clear();
+    std::optional<std::string> utf8 = XML_to_utf8(std::move(with_text));
+    if (!utf8 || static_cast<std::int64_t>(utf8->size()) > kLargest) return false;
+    text = std::move(*utf8);
+    if (CXMLparser(*this).Parse()) return true;
+    nodes.clear();
+    text.clear();
+    return false;
+}
+
+std::string_view CXMLnode::Name() const
+{
+    if (index == 0) return {};
+    const CXMLdocument::Node& node = document->nodes[index];
+    return {document->text.data() + node.name, node.name_length};
+}
+
+bool CXMLnode::Is(std::string_view name) const
+{
+    return index != 0 && SameName(Name(), name);
+}
+
+CXMLnode CXMLnode::FirstChild() const
+{
+    return index != 0 ? CXMLnode(document, document->nodes[index].first_child) : CXMLnode();
+}
+
+CXMLnode CXMLnode::NextSibling() const
+{
+    return index != 0 ? CXMLnode(document, document->nodes[index].next) : CXMLnode();
+}
+
+CXMLnode CXMLnode::FindChild(std::string_view name) const
+{
+    const CXMLnode first = FirstChild();
+    return !first || first.Is(name) ? first : first.FindNext(name);
+}
+
+CXMLnode CXMLnode::FindNext(std::string_view name) const
+{
+    CXMLnode node = NextSibling();
+    while (node && !node.Is(name)) node = node.NextSibling();
+    return node;
+}
+
+CXMLnode CXMLnode::NextInDocument() const
+{
+    if (index == 0 || index + 1 >= document->nodes.size()) return {};
+    return {document, index + 1};
+}
+
+std::optional<std::string> CXMLnode::FindAttribute(std::string_view name) const
+{
+    if (index == 0) return {};
+    const CXMLdocument::Node& node = document->nodes[index];
+    std::string_view rest(document->text.data() + node.name + node.name_length, node.attributes_length);
+    std::string_view key;
+    std::string_view value;
+    while (NextAttribute(rest, key, value)) {
+        if (SameName(key, name)) return XML_decode_ampersand(value);
+    }
+    return {};
+}
+
+double CXMLnode::FindAttributeDbl(std::string_view name, double fallback) const
+{
+    if (index == 0) return fallback;
+    const CXMLdocument::Node& node = document->nodes[index];
+    std::string_view rest(document->text.data() + node.name + node.name_length, node.attributes_length);
+    std::string_view key;
+    std::string_view value;
+    while (NextAttribute(rest, key, value)) {
+        if (SameName(key, name)) return ParseDouble(value).value_or(fallback);
+    }
+    return fallback;
+}
+
+std::string_view CXMLnode::PlainContents() const
+{
+    if (index == 0) return {};
+    const CXMLdocument::Node& node = document->nodes[index];
+    if (!node.plain) return {};
+    const std::string_view all(document->text.data() + node.contents, node.contents_length);
+    return all.find('&') == std::string_view::npos ? Trimmed(all) : std::string_view();
+}
+
+std::string CXMLnode::GetContents() const
+{
+    if (index == 0) return {};
+    const CXMLdocument::Node& node = document->nodes[index];
+    std::string_view rest(document->text.data() + node.contents, node.contents_length);
+    std::string out;
+    CXMLnode child = FirstChild();
+    while (!rest.empty()) {
+        const std::size_t markup = rest.find('<');
+        out += XML_decode_ampersand(rest.substr(0, markup));
+        if (markup == std::string_view::npos) break;
+        rest.remove_prefix(markup);
+        std::size_t behind = std::string_view::npos;
+        if (rest.starts_with("<![CDATA[")) {
+            const std::size_t close = rest.find("]]>");
+            AppendWithoutControls(out, rest.substr(9, close - 9));
+            behind = close + 3;
+        } else if (rest.starts_with("<!--")) {
+            behind = rest.find("-->", 4) + 3;
+        } else if (rest.starts_with("<?")) {
+            behind = rest.find("?>") + 2;
+        } else {
+            // A child element: its end tag, or its own end when it is empty, is found by the tree.
+            const CXMLdocument::Node& inner = document->nodes[child.index];
+            const char* contents_end = document->text.data() + inner.contents + inner.contents_length;
+            const auto skipped = static_cast<std::size_t>(contents_end - rest.data());
+            rest.remove_prefix(skipped);
+            behind = rest.starts_with("</") ? rest.find('>') + 1 : 0;
+            child = child.NextSibling();
+        }
+        rest.remove_prefix(behind);
+    }
+    return std::string(Trimmed(out));
+}
+
+bool CXMLnode::FindChildGetContents(std::string_view name, std::string& out) const
+{
+    const CXMLnode child = FindChild(name);
+    if (!child) return false;
+    out = child.GetContents();
+    return true;
+}
+
+bool CXMLnode::FindChildGetContents(std::string_view name, double& out) const
+{
+    const CXMLnode child = FindChild(name);
+    if (!child) return false;
+    const std::string_view plain = child.PlainContents();
+    const std::optional<double> number = plain.empty() ? ParseDouble(child.GetContents()) : ParseDouble(plain);
+    if (number) out = *number;
+    return number.has_value();
+}
+
+bool CXMLnode::FindChildGetContents(std::string_view name, float& out) const
+{
+    double number = 0.0;
+    if (!FindChildGetContents(name, number)) return false;
+    out = static_cast<float>(number);
+    return true;
+}
