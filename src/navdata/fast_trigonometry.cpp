@@ -1,13 +1,14 @@
 #include "navdata/fast_trigonometry.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
+#include <cstdint>
 
 namespace {
 
 constexpr float kTurn = 360.0F;
 constexpr float kHalfTurn = 180.0F;
-constexpr float kQuarterTurn = 90.0F;
 
 /// The sine of 0 to 90 degrees by its power series.
 constexpr double SineOfDegrees(int degrees)
@@ -52,15 +53,52 @@ float fold_difference(float degrees)
     return folded > kHalfTurn ? folded - kTurn : folded;
 }
 
-// Mirroring at 180 and 90 degrees by minima and signs instead of branches: directions come in no order.
+namespace {
+
+/// What is known of a whole degree of the full circle.
+struct Degree {
+    float sine;
+    float cosine;
+    float up_from; ///< from this fraction of a degree on the next one is nearer
+};
+
+/// The circle, mirrored from the quadrant of the table. Rounding is that of the mirrored angle: half degrees go towards
+/// east and west.
+constexpr std::array<Degree, 361> MakeCircle()
+{
+    constexpr float kHalf = 0.5F, kAboveHalf = 0.50000006F;
+    const auto sines = MakeSines();
+    std::array<Degree, 361> circle{};
+    for (std::size_t d = 0; d < circle.size(); ++d) {
+        const std::size_t to_south = d > 180 ? 360 - d : d;
+        const std::size_t to_axis = to_south > 90 ? 180 - to_south : to_south;
+        circle[d].sine = d > 180 ? -sines[to_axis] : sines[to_axis];
+        circle[d].cosine = to_south > 90 ? -sines[90 - to_axis] : sines[90 - to_axis];
+        circle[d].up_from = (d / 90) % 2 == 0 ? kHalf : kAboveHalf;
+    }
+    return circle;
+}
+constexpr std::array<Degree, 361> kCircle = MakeCircle();
+
+// Kept apart so that the usual way needs no stack.
+[[gnu::noinline, gnu::cold]] void FoldAndLookUp(float degrees, float& sine, float& cosine)
+{
+    fast_sin_cos(fold_degrees(degrees), sine, cosine);
+}
+
+} // namespace
+
 void fast_sin_cos(float degrees, float& sine, float& cosine)
 {
-    if (!(degrees >= 0.0F && degrees <= kTurn)) degrees = fold_degrees(degrees);
-    const float to_south = std::min(degrees, kTurn - degrees);
-    const float to_axis = std::min(to_south, kHalfTurn - to_south);
-    const auto i = static_cast<std::size_t>(to_axis + 0.5F);
-    sine = std::copysign(lookup_sin[i], kHalfTurn - degrees);
-    cosine = std::copysign(lookup_sin[90 - i], kQuarterTurn - to_south);
+    // Below 0, above a turn and no number at all, in one comparison: the bits of positive numbers sort as they do.
+    if (std::bit_cast<std::uint32_t>(degrees) > std::bit_cast<std::uint32_t>(kTurn))
+        return FoldAndLookUp(degrees, sine, cosine);
+    int nearest = static_cast<int>(degrees);
+    const float fraction = degrees - static_cast<float>(nearest);
+    nearest += fraction >= kCircle[static_cast<std::size_t>(nearest)].up_from ? 1 : 0;
+    const Degree& found = kCircle[static_cast<std::size_t>(nearest)];
+    sine = found.sine;
+    cosine = found.cosine;
 }
 
 float fast_atan2(float cosine, float sine)

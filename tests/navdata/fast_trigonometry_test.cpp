@@ -33,8 +33,11 @@ TEST(FastTrigonometry, CornersAndNonsense)
         float degrees, sine, cosine;
     } cases[] = {
         {360.0F, 0, 1},        {-90.0F, -1, 0},
-        {90.5F, 1, 0},         {-1e-30F, 0, 1},
-        {450.0F, 1, 0},        {3.6e9F, 0, 1}, // ten million turns
+        {90.5F, 1, 0},         {89.5F, 1, 0},
+        {270.5F, -1, 0},       {269.5F, -1, 0},
+        {0.49999997F, 0, 1},   {359.7F, 0, 1},
+        {-1e-30F, 0, 1},       {450.0F, 1, 0},
+        {3.6e9F, 0, 1}, // ten million turns
         {std::nanf(""), 0, 1}, {std::numeric_limits<float>::infinity(), 0, 1},
     };
     for (const auto& c : cases) {

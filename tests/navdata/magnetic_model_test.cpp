@@ -165,8 +165,9 @@ TEST(MagneticModel, DamagedFilesAreRefused)
 {
     const CTemporaryRoot root;
     const std::string good = Coefficients();
-    const std::string path = root.file("model.txt");
+    int files = 0;
     const auto declination = [&](const std::string& text) {
+        const std::string path = root.file("model" + std::to_string(++files));
         std::ofstream(path, std::ios::binary) << text;
         return get_magnetic_declination(path.c_str(), 54.0, 10.0, 100.0, 1.79e9);
     };
