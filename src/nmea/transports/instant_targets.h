@@ -22,6 +22,8 @@ public:
     void Prepare();
     /// No list is wanted.
     void Cancel();
+    /// Whether a list is still to come.
+    bool IsWanted() const { return !path.empty(); }
     /// Fetches the list from that host, if one is wanted. A list above 16 MiB is refused.
     void Fetch(const std::string& host);
 

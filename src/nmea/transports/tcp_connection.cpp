@@ -126,7 +126,7 @@ void CTCPIPConnection::Close()
 bool CTCPIPConnection::Output(const char* text)
 {
     const auto length = static_cast<qint64>(std::strlen(text));
-    if (socket.write(text, length) < length) {
+    if (!socket.isOpen() || socket.write(text, length) < length) {
         status = "Output failed";
         return false;
     }

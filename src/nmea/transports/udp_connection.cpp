@@ -26,7 +26,8 @@ namespace {
 
 constexpr int kLinesPerRead = 200;
 /// A flood must leave the main thread something: reading goes on at the next turn of the event loop.
-constexpr int kDatagramsPerRead = 500;
+constexpr int kDatagramsPerRead = 100;
+constexpr int kMostDiscarded = 1000; ///< datagrams; more than a system keeps for a socket
 
 CUDPConnection::Persistant udp_persistor;
 
@@ -88,20 +89,22 @@ void CUDPConnection::onDataAvailable()
 {
     if (!IsBound()) return;
     datagrams_left = kDatagramsPerRead;
+    is_drained = false;
     ReadLines();
-    if (!IsBound() || (read_position == read_end && !socket.hasPendingDatagrams())) return;
-    // The socket tells of data that wait only once.
+    if (is_drained || !IsBound()) return;
+    // Of data that wait already the socket does not tell again.
     QMetaObject::invokeMethod(this, &CUDPConnection::onDataAvailable, Qt::QueuedConnection);
 }
 
 bool CUDPConnection::RefillBuffer()
 {
     read_position = read_end = 0;
-    while (socket.hasPendingDatagrams()) {
-        if (datagrams_left-- <= 0) return false;
+    while (datagrams_left-- > 0) {
+        // Read until there is none, whatever hasPendingDatagrams says: only a read makes the socket tell of the next.
         const qint64 size = socket.readDatagram(datagram, kDatagramSize);
-        if (size < 0) return false;
-        read_end = static_cast<int>(size);
+        is_drained = size < 0;
+        if (is_drained) return false;
+        read_end = static_cast<int>(std::min<qint64>(size, kDatagramSize));
         if (read_end > 0) return true; // an empty datagram is none
     }
     return false;
@@ -122,6 +125,7 @@ void CUDPConnection::ReadLines()
 
 void CUDPConnection::DiscardInput()
 {
+    datagrams_left = kMostDiscarded;
     while (RefillBuffer()) {
     }
     DebugLog("Error: too many sentences - discarding the input buffer");

@@ -48,5 +48,6 @@ private:
     char datagram[kDatagramSize];
     int read_position = 0;
     int read_end = 0;
-    int datagrams_left = 0; ///< that this read may still take
+    int datagrams_left = 0;  ///< that this read may still take
+    bool is_drained = false; ///< this read found no more datagram
 };
