@@ -1,10 +1,12 @@
 #pragma once
 
 #include "core/geometry.h"
+#include "core/zt_hwnd.h"
 
 class COverlayObject;
 class COverlayTrack;
 class CRastelleView;
+class CTrackSection;
 
 /// What overlay objects ask of the views that they lie on and of the tool that holds the selected one. A base operation
 /// does nothing, which is also what happens when nobody has set one. Main thread only.
@@ -15,6 +17,8 @@ struct IOverlayViews {
     {
         return false;
     }
+    /// Where a menu for a place on the screen (device pixels) of the view opens.
+    virtual ZT_HWND HandleAt(const CRastelleView&, const FPoint& /*screen*/) const { return {}; }
     /// Nautical miles per screen pixel in the view that was used last; 0 without one.
     virtual double DisplayedScale() const { return 0.0; }
     /// Makes the object the selected one, with its label and button in that view.
@@ -22,6 +26,8 @@ struct IOverlayViews {
     virtual void Deselect() {}
     virtual bool IsSelected(const COverlayObject&) const { return false; }
     virtual bool IsSelected(const COverlayTrack&) const { return false; }
+    /// The point of the section at which the selected place of the track lies; -1 when it lies on no point of it.
+    virtual int SelectedPoint(const CTrackSection&) const { return -1; }
 };
 
 /// The one in force. Never null.
