@@ -1,44 +1,39 @@
+#include "core/word_bytes.h"
 #include "nmea/nmea_sentence.h"
 
+#include <array>
 #include <cstdint>
 #include <cstring>
 
 namespace {
 
-std::uint64_t Eight(const char* bytes)
-{
-    std::uint64_t word = 0;
-    std::memcpy(&word, bytes, sizeof word);
-    return word;
-}
-
 /// All bytes from `at` to `end` by exclusive or, 16 at a time.
 unsigned XorOf(const char* at, const char* end)
 {
-    std::uint64_t first = 0;
-    std::uint64_t second = 0;
-    for (; end - at >= 16; at += 16) {
-        first ^= Eight(at);
-        second ^= Eight(at + 8);
-    }
-    first ^= second;
+    std::uint64_t sum = 0;
+    for (; end - at >= 16; at += 16) sum ^= LoadEightBytes(at) ^ LoadEightBytes(at + 8);
     if (end - at >= 8) {
-        first ^= Eight(at);
+        sum ^= LoadEightBytes(at);
         at += 8;
     }
-    first ^= first >> 32;
-    first ^= first >> 16;
-    auto sum = static_cast<unsigned>(first ^ first >> 8);
-    for (; at != end; ++at) sum ^= static_cast<unsigned char>(*at);
-    return sum & 0xFF;
+    sum ^= LoadBytes(at, static_cast<std::size_t>(end - at));
+    sum ^= sum >> 32;
+    sum ^= sum >> 16;
+    sum ^= sum >> 8;
+    return static_cast<unsigned>(sum & 0xFF);
 }
 
-/// Upper-case digits only; every other character counts as 0.
+/// The values of the upper-case hexadecimal digits; every other character counts as 0.
+constexpr auto kNibbles = [] {
+    std::array<unsigned char, 256> values{};
+    for (unsigned char i = 0; i < 10; ++i) values['0' + i] = i;
+    for (unsigned char i = 0; i < 6; ++i) values['A' + i] = 10 + i;
+    return values;
+}();
+
 unsigned Nibble(char digit)
 {
-    if (digit >= '0' && digit <= '9') return static_cast<unsigned>(digit - '0');
-    if (digit >= 'A' && digit <= 'F') return static_cast<unsigned>(digit - 'A' + 10);
-    return 0;
+    return kNibbles[static_cast<unsigned char>(digit)];
 }
 
 } // namespace

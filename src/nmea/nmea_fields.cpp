@@ -1,8 +1,10 @@
 #include "core/calendar.h"
 #include "core/numbers.h"
+#include "core/word_bytes.h"
 #include "nmea/nmea_sentence.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
@@ -43,6 +45,21 @@ double GetCoordinate(char** fields, std::size_t digits, char negative)
     return fields[1][0] == negative ? -degrees : degrees;
 }
 
+constexpr std::ptrdiff_t kBitmapSize = 64;
+
+/// A bit for each comma among at most 64 characters, the lowest for the first.
+std::uint64_t CommasIn(const char* begin, const char* end)
+{
+    constexpr std::uint64_t kGather = 0x0002040810204081; // moves the highest bits of the bytes together
+    std::uint64_t bits = 0;
+    for (const char* at = begin; at < end; at += 8) {
+        const std::uint64_t word =
+            end - at >= 8 ? LoadEightBytes(at) : LoadBytes(at, static_cast<std::size_t>(end - at));
+        bits |= (BytesEqualTo(word, ',') * kGather >> 56) << (at - begin);
+    }
+    return bits;
+}
+
 /// A field of three parts of two digits, such as hhmmss. The last part is everything behind the fourth digit.
 struct CTriple {
     int first;
@@ -74,14 +91,22 @@ int FullYear(int year)
 
 void CNMEASentence::SplitArgs(char* text, int count, char** args)
 {
-    for (int i = 0; i < count; ++i) {
-        args[i] = text;
-        text += std::strcspn(text, ",*");
-        if (*text == ',')
-            *text++ = 0;
-        else
-            *text = 0;
+    if (count < 1) return;
+    char* end = std::strchr(text, '*');
+    if (end == nullptr) end = text + std::strlen(text);
+    char** const last = args + count;
+    *args++ = text;
+    for (; text < end; text += kBitmapSize) {
+        const auto length = std::min(end - text, kBitmapSize);
+        for (std::uint64_t commas = CommasIn(text, text + length); commas != 0; commas &= commas - 1) {
+            char* const comma = text + std::countr_zero(commas);
+            *comma = 0;
+            if (args == last) return;
+            *args++ = comma + 1;
+        }
     }
+    *end = 0;
+    std::fill(args, last, end);
 }
 
 double CNMEASentence::GetLat(char** fields)
@@ -117,8 +142,9 @@ double CNMEASentence::GetDate(char* field)
 
 double CNMEASentence::GetNumber(const char* field)
 {
-    const double number = ParseDouble(field).value_or(0.0);
-    return std::abs(number) <= kGreatestNumber ? number : 0.0;
+    if (*field == 0) return 0.0;
+    const double number = ParseDoubleOrNaN(field);
+    return std::abs(number) <= kGreatestNumber ? number : 0.0; // so is NaN
 }
 
 int CNMEASentence::GetWhole(const char* field)

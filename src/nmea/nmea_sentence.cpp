@@ -3,8 +3,6 @@
 #include "nmea/data_connection.h"
 #include "nmea/nmea_sentence_type.h"
 
-#include <optional>
-
 namespace {
 
 char* StartOf(char* line)
@@ -44,12 +42,26 @@ struct COutcome {
     bool handled; ///< a listener stopped the dispatch: the text goes no further
 };
 
-COutcome Publish(CNMEASentenceType& type, char* text, CDataConnection* connection)
+/// Parses and publishes when somebody listens for the type; null is no type.
+COutcome Publish(CNMEASentenceType* type, char* text, CDataConnection* connection)
 {
-    const CSentenceInUse sentence(type, connection);
+    if (type == nullptr || *type->source == nullptr) return {false, false};
+    const CSentenceInUse sentence(*type, connection);
     if (!sentence->Init(text)) return {false, false};
-    if (*type.source != nullptr) (*type.source)->Dispatch(sentence.get());
-    return {true, *type.source != nullptr && (*type.source)->stop};
+    if (*type->source != nullptr) (*type->source)->Dispatch(sentence.get());
+    return {true, *type->source != nullptr && (*type->source)->stop};
+}
+
+/// The same, and the text on to the raw listeners unless a listener of its type handled it.
+[[gnu::noinline]] int PublishWithText(CNMEASentenceType* type, char* text, CDataConnection* connection)
+{
+    CNMEA_Raw raw; // before parsing, which overwrites the text
+    raw.source = connection;
+    raw.Init(text);
+    const COutcome outcome = Publish(type, text, connection);
+    if (outcome.handled) return outcome.usable ? 1 : 0;
+    DispatchToListeners(raw);
+    return 1;
 }
 
 } // namespace
@@ -65,19 +77,8 @@ int CNMEASentence::DispatchSentence(char* line, CDataConnection* connection)
 {
     char* text = StartOf(line);
     if (text == nullptr || !check_checksum(text) || !IsAllowed(connection, text)) return 0;
-
-    // Taken before parsing, which overwrites the text.
-    std::optional<CNMEA_Raw> raw;
-    if (connection != nullptr && Listener<CNMEA_Raw>::pDatasource != nullptr) {
-        raw.emplace();
-        raw->source = connection;
-        raw->Init(text);
-    }
-
     CNMEASentenceType* type = CNMEASentenceType::FindType(text);
-    COutcome outcome{false, false};
-    if (type != nullptr && *type->source != nullptr) outcome = Publish(*type, text, connection);
-    if (!raw || outcome.handled) return outcome.usable ? 1 : 0;
-    DispatchToListeners(*raw);
-    return 1;
+    if (connection != nullptr && Listener<CNMEA_Raw>::pDatasource != nullptr)
+        return PublishWithText(type, text, connection);
+    return Publish(type, text, connection).usable ? 1 : 0;
 }

@@ -2,35 +2,41 @@
 
 #include "nmea/nmea_sentence.h"
 
-#include <cstdint>
 #include <cstring>
 
 namespace {
 
 constexpr int kLettersAt = 3;
 constexpr std::size_t kLetters = 3;
-constexpr std::size_t kChains = 128;
+constexpr unsigned kChainBits = 7;
 
 // Filled while static objects are still being constructed: both need no constructor of their own.
-constinit CNMEASentenceType* chains[kChains] = {}; ///< by the hash of the three letters
-constinit CNMEASentenceType* others = nullptr;     ///< types with another kind of identifier
+constinit CNMEASentenceType* chains[1U << kChainBits] = {}; ///< by the hash of the three letters
+constinit CNMEASentenceType* others = nullptr;              ///< types with another kind of identifier
 
-std::size_t HashOf(const char* letters)
+/// The three characters behind the talker as one number; 0 when the text ends before.
+unsigned LettersOf(const char* text)
 {
-    const auto code = [letters](int i) { return static_cast<std::uint32_t>(static_cast<unsigned char>(letters[i])); };
-    return ((code(0) * 31 + code(1)) * 31 + code(2)) % kChains;
+    const auto code = [text](int i) { return static_cast<unsigned>(static_cast<unsigned char>(text[i])); };
+    for (int i = 0; i < kLettersAt; ++i)
+        if (text[i] == 0) return 0;
+    if (text[kLettersAt] == 0 || text[kLettersAt + 1] == 0) return 0;
+    const unsigned last = code(kLettersAt + 2);
+    return last == 0 ? 0 : code(kLettersAt) << 16 | code(kLettersAt + 1) << 8 | last;
 }
 
-/// Whether the text goes on far enough to hold three letters behind the talker.
-bool HasLetters(const char* text)
+unsigned LettersOfIdentifier(int offset, const char* id)
 {
-    return std::memchr(text, 0, kLettersAt + kLetters) == nullptr;
+    if (offset != kLettersAt || std::strlen(id) != kLetters) return 0;
+    const char text[] = {'$', '?', '?', id[0], id[1], id[2], 0};
+    return LettersOf(text);
 }
 
-CNMEASentenceType* FirstMatch(CNMEASentenceType* type, CNMEASentenceType* CNMEASentenceType::*link, const char* text)
+/// Where the list of the types with such an identifier begins.
+CNMEASentenceType** ChainOf(unsigned letters)
 {
-    while (type != nullptr && !type->Matches(text)) type = type->*link;
-    return type;
+    constexpr unsigned kSpread = 0x9E3779B1; // the golden ratio, for Fibonacci hashing
+    return letters == 0 ? &others : &chains[letters * kSpread >> (32 - kChainBits)];
 }
 
 /// Takes the type out of the list that is linked by `link`.
@@ -45,23 +51,22 @@ void Unlink(CNMEASentenceType** head, CNMEASentenceType* CNMEASentenceType::*lin
 constinit CNMEASentenceType* CNMEASentenceType::list = nullptr;
 
 CNMEASentenceType::CNMEASentenceType(int offset, const char* identifier, CDataSource** listeners)
-    : next(list), id_offset(offset), id(identifier), source(listeners)
+    : next(list)
+    , id_offset(offset)
+    , id(identifier)
+    , source(listeners)
+    , letters(LettersOfIdentifier(offset, identifier))
+    , next_in_chain(*ChainOf(letters))
 {
     list = this;
-    next_in_chain = *Chain();
-    *Chain() = this;
+    *ChainOf(letters) = this;
 }
 
 CNMEASentenceType::~CNMEASentenceType()
 {
     FreePool();
     Unlink(&list, &CNMEASentenceType::next, this);
-    Unlink(Chain(), &CNMEASentenceType::next_in_chain, this);
-}
-
-CNMEASentenceType** CNMEASentenceType::Chain() const
-{
-    return id_offset == kLettersAt && std::strlen(id) == kLetters ? &chains[HashOf(id)] : &others;
+    Unlink(ChainOf(letters), &CNMEASentenceType::next_in_chain, this);
 }
 
 CNMEASentence* CNMEASentenceType::GetInstance()
@@ -101,10 +106,12 @@ bool CNMEASentenceType::Matches(const char* text) const
 
 CNMEASentenceType* CNMEASentenceType::FindType(const char* text)
 {
-    if (HasLetters(text)) {
-        CNMEASentenceType* type = chains[HashOf(text + kLettersAt)];
-        type = FirstMatch(type, &CNMEASentenceType::next_in_chain, text);
+    if (const unsigned wanted = LettersOf(text); wanted != 0) {
+        CNMEASentenceType* type = *ChainOf(wanted);
+        while (type != nullptr && type->letters != wanted) type = type->next_in_chain;
         if (type != nullptr) return type;
     }
-    return FirstMatch(others, &CNMEASentenceType::next_in_chain, text);
+    CNMEASentenceType* type = others;
+    while (type != nullptr && !type->Matches(text)) type = type->next_in_chain;
+    return type;
 }

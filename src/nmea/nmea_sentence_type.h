@@ -33,8 +33,7 @@ public:
     static CNMEASentenceType* list;
 
 private:
-    CNMEASentenceType** Chain() const;
-
+    const unsigned letters;           ///< the identifier as three letters behind the talker; 0: it is of another kind
     CNMEASentenceType* next_in_chain; ///< among the types that FindType meets together
 };
 

@@ -82,5 +82,5 @@ TEST_F(LineAssembler, BinaryNoiseLeavesTheNextLineWhole)
     std::string noise;
     for (int i = 0; i < 5000; ++i) noise += static_cast<char>(i * 7919 >> 3);
     Feed(noise);
-    EXPECT_EQ(Feed("\n" + WithChecksum("$IIMTW,11.5,C") + "\n").back(), kTaken);
+    EXPECT_EQ(Feed(std::string("\n").append(WithChecksum("$IIMTW,11.5,C")).append("\n")).back(), kTaken);
 }

@@ -145,9 +145,8 @@ TEST(Fields, Coordinates)
         const CTightText side(c.north_south);
         char* fields[] = {field.get(), side.get()};
         EXPECT_NEAR(CNMEASentence::GetLat(fields), c.degrees, 1e-13) << c.name;
-        std::string longitude = c.latitude;
-        if (longitude.size() < 5 || longitude[4] != '.') continue;
-        longitude.insert(0, "1");
+        if (std::strlen(c.latitude) < 5 || c.latitude[4] != '.') continue;
+        const std::string longitude = std::string("1").append(c.latitude);
         const CTightText wide(longitude);
         const CTightText west(*c.north_south == 'S' ? "W" : "E");
         char* wide_fields[] = {wide.get(), west.get()};

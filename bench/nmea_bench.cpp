@@ -1,0 +1,143 @@
+#include "core/numbers.h"
+#include "nmea/mixed_sentences.h"
+#include "nmea/nmea_sentence_type.h"
+#include "ratio.h"
+
+#include <cstdlib>
+#include <optional>
+#include <random>
+#include <utility>
+
+namespace {
+
+constexpr std::size_t kSentences = 400'000;
+
+/// A log of many sentences, one a line.
+struct CLogScene {
+    CLogScene()
+    {
+        for (const std::string& sentence : MixedSentences(kSentences)) text += sentence + "\n";
+    }
+
+    /// Calls `take(begin, length)` for each line.
+    template <class Take>
+    void ForEachLine(Take take)
+    {
+        char* at = text.data();
+        char* const end = at + text.size();
+        while (at != end) {
+            auto* line_end = static_cast<char*>(std::memchr(at, '\n', static_cast<std::size_t>(end - at)));
+            take(at, static_cast<std::size_t>(line_end - at));
+            at = line_end + 1;
+        }
+    }
+
+    std::string text;
+};
+
+CLogScene& TheLog()
+{
+    static CLogScene scene;
+    return scene;
+}
+
+void FindLineEnds()
+{
+    std::size_t longest = 0;
+    TheLog().ForEachLine([&longest](const char*, std::size_t length) { longest = std::max(longest, length); });
+    if (longest == 0) std::abort();
+}
+
+/// Takes the program's own listeners away from the sentences, those of the rooms that are linked as well.
+class CSilence {
+public:
+    CSilence()
+    {
+        for (CNMEASentenceType* type = CNMEASentenceType::list; type != nullptr; type = type->next)
+            kept.emplace_back(type->source, std::exchange(*type->source, nullptr));
+    }
+    ~CSilence()
+    {
+        for (const auto& [source, listeners] : kept) *source = listeners;
+    }
+
+private:
+    std::vector<std::pair<CDataSource**, CDataSource*>> kept;
+};
+
+/// The number of lines that went to a listener; each is copied as a connection does that assembles it.
+int DispatchCopies()
+{
+    char line[200];
+    int taken = 0;
+    TheLog().ForEachLine([&](char* begin, std::size_t length) {
+        std::memcpy(line, begin, length);
+        line[length] = 0;
+        taken += CNMEASentence::DispatchSentence(line, nullptr);
+    });
+    return taken;
+}
+
+/// The same where each line stands: without a listener it is not altered.
+int DispatchInPlace()
+{
+    int taken = 0;
+    TheLog().ForEachLine([&](char* begin, std::size_t length) {
+        begin[length] = 0;
+        taken += CNMEASentence::DispatchSentence(begin, nullptr);
+        begin[length] = '\n';
+    });
+    return taken;
+}
+
+/// The decimal numbers of a log's sentences.
+struct CNumberScene {
+    CNumberScene()
+    {
+        for (std::string& sentence : MixedSentences(5000)) {
+            char* fields[20];
+            CNMEASentence::SplitArgs(sentence.data(), 20, fields);
+            for (int i = 1; i < 20; ++i)
+                if (std::strchr(fields[i], '.') != nullptr && ParseDouble(fields[i])) numbers.emplace_back(fields[i]);
+        }
+    }
+    std::vector<std::string> numbers;
+};
+
+CNumberScene& TheNumbers()
+{
+    static CNumberScene scene;
+    return scene;
+}
+
+template <class Parse>
+void SumNumbers(Parse parse)
+{
+    double sum = 0.0;
+    for (const std::string& number : TheNumbers().numbers) sum += parse(number);
+    if (!(sum > 0.0)) std::abort();
+}
+
+const bool nmea_rows = [] {
+    RegisterRatio(
+        "nmea/400000_sentences_unheard",
+        [] {
+            const CSilence silence;
+            if (DispatchInPlace() != 0) std::abort();
+        },
+        "finding the line ends", FindLineEnds);
+    RegisterRatio(
+        "nmea/400000_sentences_parsed",
+        [] {
+            const CSilence silence;
+            const CHearingOfAll hearing;
+            if (DispatchCopies() < static_cast<int>(kSentences) * 9 / 10) std::abort();
+        },
+        "finding the line ends", FindLineEnds);
+    RegisterRatio(
+        "nmea/decimal_to_double", [] { SumNumbers([](const std::string& text) { return *ParseDouble(text); }); },
+        "strtod", [] { SumNumbers([](const std::string& text) { return std::strtod(text.c_str(), nullptr); }); });
+    return true;
+}();
+
+} // namespace

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+// Text eight characters at a time: the first character is the lowest byte of the word.
+static_assert(std::endian::native == std::endian::little, "words of text are read with their first byte lowest");
+
+/// `byte` eight times.
+constexpr std::uint64_t RepeatedByte(unsigned char byte)
+{
+    return 0x0101010101010101U * byte;
+}
+
+inline std::uint64_t LoadEightBytes(const char* at)
+{
+    std::uint64_t word = 0;
+    std::memcpy(&word, at, sizeof word);
+    return word;
+}
+
+/// The first `count` bytes, 0 to 8, and zeroes behind them. Reads nothing else.
+inline std::uint64_t LoadBytes(const char* at, std::size_t count)
+{
+    const auto byte = [at](std::size_t i) { return std::uint64_t{static_cast<unsigned char>(at[i])} << 8 * i; };
+    if (count >= 4) {
+        std::uint32_t first = 0;
+        std::uint32_t last = 0;
+        std::memcpy(&first, at, sizeof first);
+        std::memcpy(&last, at + count - 4, sizeof last);
+        return first | std::uint64_t{last} << 8 * (count - 4); // the bytes of both are the same where they overlap
+    }
+    return count == 0 ? 0 : byte(0) | byte(count / 2) | byte(count - 1);
+}
+
+/// 0x80 in each byte of the word that equals `byte`, which is below 0x80; else 0.
+inline std::uint64_t BytesEqualTo(std::uint64_t word, unsigned char byte)
+{
+    constexpr std::uint64_t kLowBits = RepeatedByte(0x7F);
+    const std::uint64_t differing = word ^ RepeatedByte(byte);
+    return ~(((differing & kLowBits) + kLowBits) | differing | kLowBits);
+}
