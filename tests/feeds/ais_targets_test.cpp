@@ -1,11 +1,12 @@
 #include "chart/polynomial_projection.h"
 #include "core/display_metrics.h"
-#include "core/files.h"
 #include "core/persistant_data.h"
 #include "feeds/ais_world.h"
 #include "navdata/feeds/ais_settings.h"
 #include "support/allocation_counter.h"
 #include "support/temporary_root.h"
+
+#include <fstream>
 
 #include <QImage>
 #include <QPainter>
@@ -82,6 +83,12 @@ CAisBits Buoy(std::uint32_t mmsi, double lat, double lon)
     PutPlace(bits, lat, lon);
     bits.Unsigned(0, 18);
     return bits;
+}
+
+/// Unlike write_to_file without waiting for the disk.
+void WriteText(const std::string& path, const std::string& text)
+{
+    std::ofstream(path, std::ios::binary) << text;
 }
 
 /// The kinds of what was published of targets.
@@ -435,18 +442,18 @@ TEST_F(AisTargets, AnInstantList)
                              "<Target><MMSI>002191000</MMSI></Target></Watchmate>";
     ASSERT_FALSE(manager().ReadInstantTargets(path)) << "missing";
     for (std::size_t length = 0; length < list.size(); ++length) {
-        write_to_file(path, list.substr(0, length));
+        WriteText(path, list.substr(0, length));
         ASSERT_FALSE(manager().ReadInstantTargets(path)) << length;
     }
     for (const char* other : {"<gpx><Target><MMSI>5</MMSI></Target></gpx>", "", "nonsense"}) {
-        write_to_file(path, other);
+        WriteText(path, other);
         EXPECT_FALSE(manager().ReadInstantTargets(path)) << other;
     }
-    write_to_file(path, list + std::string((16 << 20) - list.size() + 1, ' '));
+    WriteText(path, list + std::string((16 << 20) - list.size() + 1, ' '));
     EXPECT_FALSE(manager().ReadInstantTargets(path)) << "too large";
     EXPECT_EQ(manager().Count(), 0U) << "a list is taken whole or not at all";
 
-    write_to_file(path, list);
+    WriteText(path, list);
     ASSERT_TRUE(manager().ReadInstantTargets(path));
     EXPECT_EQ(manager().Count(), 3U);
     CAISTarget& boat = Target(235012345);
