@@ -1,4 +1,5 @@
 #include "core/attributes.h"
+#include "core/listener.h"
 #include "core/serializable.h"
 #include "ratio.h"
 
@@ -91,6 +92,50 @@ struct CEscapeScene {
     std::string copy = text;
 };
 
+/// What is published: listeners count it.
+struct CTick {
+    int seen = 0;
+};
+
+/// A message that nobody listens for.
+struct CUnheard {};
+
+class CTickListener : public Listener<CTick> {
+public:
+    void OnUpdate(CTick& tick) override { ++tick.seen; }
+};
+
+/// Eight listeners, as many as a position has, of two classes, so that no compiler sees through the calls.
+struct CPublishScene {
+    class COther : public CTickListener {
+    public:
+        void OnUpdate(CTick& tick) override { tick.seen += 2; }
+    };
+
+    static constexpr int kPublished = 10'000; ///< in one piece of work
+
+    CPublishScene()
+    {
+        for (CTickListener* listener : listeners) listener->Connect();
+    }
+    ~CPublishScene()
+    {
+        for (CTickListener* listener : listeners) listener->Disconnect();
+    }
+    void CallDirectly()
+    {
+        for (int i = 0; i < kPublished; ++i) {
+            for (CTickListener* listener : listeners) listener->OnUpdate(tick);
+            asm volatile("" ::: "memory");
+        }
+    }
+
+    CTick tick;
+    CTickListener plain[4];
+    COther others[4];
+    CTickListener* listeners[8] = {plain, plain + 1, plain + 2, plain + 3, others, others + 1, others + 2, others + 3};
+};
+
 template <class Scene>
 Scene& TheScene()
 {
@@ -127,6 +172,23 @@ const bool core_rows = [] {
             std::memcpy(s.copy.data(), s.text.data(), s.text.size());
             asm volatile("" ::"r"(s.copy.data()) : "memory");
         });
+    RegisterRatio(
+        "events/publish_to_8",
+        [] {
+            auto& s = TheScene<CPublishScene>();
+            for (int i = 0; i < CPublishScene::kPublished; ++i) DispatchToListeners(s.tick);
+        },
+        "8 virtual calls", [] { TheScene<CPublishScene>().CallDirectly(); });
+    RegisterRatio(
+        "events/publish_to_none",
+        [] {
+            CUnheard unheard;
+            for (int i = 0; i < CPublishScene::kPublished; ++i) {
+                DispatchToListeners(unheard);
+                asm volatile("" ::: "memory");
+            }
+        },
+        "8 virtual calls", [] { TheScene<CPublishScene>().CallDirectly(); });
     return true;
 }();
 
