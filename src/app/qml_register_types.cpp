@@ -2,6 +2,7 @@
 
 #include "app/about_dialog.h"
 #include "app/display_settings_dialog.h"
+#include "app/gps_setup_dialog.h"
 #include "app/operating_system.h"
 #include "app/zentara_app_model.h"
 #include "chartview/qml_register_chartview.h"
@@ -21,5 +22,6 @@ void qml_register_types()
     qmlRegisterType<CZentaraAppModel>(module, 1, 0, "CZentaraAppModel");
     qmlRegisterType<COperatingSystem>(module, 1, 0, "COperatingSystem");
     qmlRegisterType<CDlg_display_settings>(module, 1, 0, "CDlg_display_settings");
+    qmlRegisterType<CDlg_gps_setup>(module, 1, 0, "CDlg_gps_setup");
     qmlRegisterType<CDlg_settings_about>(module, 1, 0, "CDlg_settings_about");
 }

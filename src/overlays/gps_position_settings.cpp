@@ -28,10 +28,7 @@ namespace {
 
 constexpr int kDegreesPerStep = 360 / CompassCalibration::kSteps;
 
-// What a settings file may say at most.
-constexpr float kLongestVector = 1440.0F;     ///< minutes
 constexpr double kLongestAveraging = 86400.0; ///< seconds
-constexpr float kLargestRadius = 10000.0F;    ///< nautical miles
 
 } // namespace
 

@@ -18,6 +18,8 @@ public:
     QColor colour;
 
     static constexpr int kMostRings = 5;
+    static constexpr float kLongestVector = 1440.0F;  ///< minutes
+    static constexpr float kLargestRadius = 10000.0F; ///< nautical miles
 
     static float velocity_vector_scale; ///< minutes; setting
     static GraphicsColor gc_color;      ///< setting
