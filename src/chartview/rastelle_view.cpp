@@ -13,6 +13,8 @@ namespace {
 /// Objects this near to the screen, in chart pixels, are mapped and drawn with it.
 constexpr double kViewMargin = 50.0;
 
+CRastelleView* last_used = nullptr;
+
 /// `part` of `whole`, or the half when it is not strictly inside.
 double FractionOf(double part, double whole)
 {
@@ -28,9 +30,24 @@ CRastelleView::CRastelleView(IViewHost* view_host) : host(view_host)
     Listener<COverlayObject>::Connect();
     gps_lat = COverlayGPSPosition::theLatestPosition.latitude;
     gps_lon = COverlayGPSPosition::theLatestPosition.longitude;
+    NoteUse();
 }
 
-CRastelleView::~CRastelleView() = default;
+CRastelleView::~CRastelleView()
+{
+    if (ToolIsActive()) TheOverlayTool()->Deselect();
+    if (last_used == this) last_used = nullptr;
+}
+
+void CRastelleView::NoteUse()
+{
+    last_used = this;
+}
+
+CRastelleView* CRastelleView::LastUsed()
+{
+    return last_used;
+}
 
 bool CRastelleView::IsOpen() const
 {
@@ -198,10 +215,15 @@ double CRastelleView::getDisplayedScale() const
 bool CRastelleView::ScreenTolatlong(double x, double y, double& lat, double& lon) const
 {
     if (!IsOpen()) return false;
-    double image_x = 0.0;
-    double image_y = 0.0;
-    params.ScreenToImage(x, y, image_x, image_y);
-    ImageToLatLong(image_x, image_y, lat, lon);
+    DblPoint image;
+    params.ScreenToImage(x, y, image.x, image.y);
+    return PositionOf(image, lat, lon);
+}
+
+bool CRastelleView::PositionOf(const DblPoint& place, double& lat, double& lon) const
+{
+    if (!IsOpen()) return false;
+    ImageToLatLong(place.x, place.y, lat, lon);
     return true;
 }
 

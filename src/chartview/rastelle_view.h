@@ -110,6 +110,10 @@ public:
     double getDisplayedScale() const;
     bool ScreenTolatlong(double x, double y, double& lat, double& lon) const;
     bool LatLongToScreen(double lat, double lon, double& x, double& y) const;
+    /// The position (degrees) of a place on the chart, chart pixels; false while closed.
+    bool PositionOf(const DblPoint& place, double& lat, double& lon) const;
+    /// The view that the user touched last, or the last one made; null when there is none.
+    static CRastelleView* LastUsed();
     bool GetCenterLatLon(double& lat, double& lon) const;
     /// The middle half of the view, in each direction.
     bool GetCenterAreaOfView(CBounds& area) const;
@@ -198,6 +202,8 @@ private:
     void StopInertia();
     void EaseStretch();
     bool ToolIsActive() const;
+    void NoteUse();
+    void DragObject(double x, double y);
 
     // Painting and hits
     FRect DrawnRect(const FRect& window) const;

@@ -49,8 +49,25 @@ void CRastelleView::TouchDown(double x, double y, bool with_inertia)
 
 void CRastelleView::onSingleTouchDown(double x, double y)
 {
+    NoteUse();
     touch_moved = false;
+    drag_object = nullptr;
+    if (ToolIsActive() && IsHit(TheOverlayTool()->Selected(), x, y, graphicsTouchPrecisionSq)) {
+        touch_down = true;
+        SetPointer(x, y);
+        press_x = x;
+        press_y = y;
+        drag_object = TheOverlayTool()->Selected();
+        return;
+    }
     TouchDown(x, y, true);
+}
+
+void CRastelleView::DragObject(double x, double y)
+{
+    if (!touch_moved) return;
+    TheOverlayTool()->Move(*this, x - pointer_x, y - pointer_y);
+    SetPointer(x, y);
 }
 
 void CRastelleView::onSingleTouchMove(double x, double y)
@@ -60,6 +77,10 @@ void CRastelleView::onSingleTouchMove(double x, double y)
         return;
     }
     if (Square(x - press_x, y - press_y) > graphicsTouchPrecisionSq) touch_moved = true;
+    if (drag_object != nullptr && ToolIsActive()) {
+        DragObject(x, y);
+        return;
+    }
     double dx = x - pointer_x;
     double dy = y - pointer_y;
     const double elapsed = GetTimeNow() - touch_time;
@@ -75,11 +96,13 @@ void CRastelleView::onSingleTouchUp()
 {
     dragging = false;
     touch_down = false;
+    drag_object = nullptr;
     if (!touch_moved) onTap(pointer_x, pointer_y, graphicsTouchPrecisionSq);
 }
 
 void CRastelleView::onMouseDown(double x, double y)
 {
+    NoteUse();
     touch_moved = false;
     SetPointer(x, y);
     press_x = x;
@@ -103,9 +126,8 @@ void CRastelleView::onMouseDragged(double x, double y)
     if (Square(x - press_x, y - press_y) > graphicsClickPrecisionSq) touch_moved = true;
     if (drag_object == nullptr || !ToolIsActive()) {
         onSingleTouchMove(x, y);
-    } else if (touch_moved) {
-        TheOverlayTool()->Move(*this, x - pointer_x, y - pointer_y);
-        SetPointer(x, y);
+    } else {
+        DragObject(x, y);
     }
 }
 

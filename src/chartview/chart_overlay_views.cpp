@@ -1,0 +1,48 @@
+#include "chartview/chart_overlay_views.h"
+
+#include "chartview/rastelle_view.h"
+#include "chartview/selection_tool.h"
+#include "overlays/track_section.h"
+
+CChartOverlayViews::CChartOverlayViews()
+{
+    SetOverlayViews(this);
+}
+
+CChartOverlayViews::~CChartOverlayViews()
+{
+    COverlayTool::DeselectTool();
+    SetOverlayViews(nullptr);
+}
+
+bool CChartOverlayViews::PositionOf(const CRastelleView& view, const DblPoint& place, double& lat, double& lon) const
+{
+    return view.PositionOf(place, lat, lon);
+}
+
+double CChartOverlayViews::DisplayedScale() const
+{
+    return CRastelleView::LastUsed() != nullptr ? CRastelleView::LastUsed()->getDisplayedScale() : 0.0;
+}
+
+void CChartOverlayViews::Select(CRastelleView& view, COverlayObject& object, const FPoint&, const DblPoint& place)
+{
+    COverlayTool::Select(view, object, place);
+}
+
+void CChartOverlayViews::Deselect()
+{
+    COverlayTool::DeselectTool();
+}
+
+bool CChartOverlayViews::IsSelected(const COverlayObject& object) const
+{
+    return COverlayTool::The() != nullptr && COverlayTool::The()->Selected() == &object;
+}
+
+bool CChartOverlayViews::IsSelected(const COverlayTrack& track) const
+{
+    const COverlayTool* tool = COverlayTool::The();
+    const CTrackSection* section = tool != nullptr ? tool->GetSelectedTrackSection() : nullptr;
+    return section != nullptr && section->track == &track;
+}
