@@ -20,11 +20,14 @@ bool CLineAppearance::SerializeAppearance(CSerializable::IOStream& stream)
 {
     CSerializable::Section section(stream);
     const bool whole = section.declarecolor(colour) && section.declare(line_width) && section.declare(line_style);
-    if (section.reading()) {
-        if (!(line_width >= 0.0F && line_width <= kWidestLine)) line_width = CLineAppearance().line_width;
-        if (line_style < 0 || line_style >= kLineStyles) line_style = 0;
-    }
+    if (section.reading()) KeepInBounds();
     return whole;
+}
+
+void CLineAppearance::KeepInBounds()
+{
+    if (!(line_width >= 0.0F && line_width <= kWidestLine)) line_width = CLineAppearance().line_width;
+    if (line_style < 0 || line_style >= kLineStyles) line_style = 0;
 }
 
 QPen CLineAppearance::Pen() const

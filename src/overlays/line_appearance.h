@@ -15,6 +15,8 @@ struct CLineAppearance {
 
     /// Files the three fields, one section. What is read is kept in bounds.
     bool SerializeAppearance(CSerializable::IOStream& stream);
+    /// Puts the defaults in the place of a width or style that cannot be drawn.
+    void KeepInBounds();
     /// The pen for the display's resolution.
     QPen Pen() const;
     /// The wider, translucent pen of what lies under the line of a selected object.

@@ -11,7 +11,7 @@ bool Vertex::IsOnLine(const Vertex& a, const Vertex& b, double tolerance_squared
     const double dy = b.y - a.y;
     const double length_squared = dx * dx + dy * dy;
     const double along = px * dx + py * dy;
-    if (along < 0.0 || along > length_squared) return false;
+    if (!(length_squared > 0.0) || along < 0.0 || along > length_squared) return false;
     const double cross = px * dy - py * dx;
     return cross * cross <= tolerance_squared * length_squared;
 }
