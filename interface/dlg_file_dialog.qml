@@ -6,16 +6,20 @@ import com.zentara.zt
 CDlgQMLFileDialog {
     id: dlg
 
-    onReopen: files.open()
-    Component.onCompleted: {
+    function ask() {
         if (save)
             files.currentFile = proposedFile
         files.open()
     }
 
+    onReopen: ask()
+    // Later: this element takes the keyboard when it is shown, and the file dialog must have it.
+    Component.onCompleted: Qt.callLater(ask)
+
     FileDialog {
         id: files
         title: dlg.title
+        acceptLabel: dlg.save ? "Save" : "Open"
         fileMode: dlg.save ? FileDialog.SaveFile : FileDialog.OpenFile
         options: FileDialog.DontUseNativeDialog
         nameFilters: dlg.nameFilters

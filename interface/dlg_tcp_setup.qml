@@ -70,6 +70,7 @@ CDlg_tcp_setup {
                 objectName: "reconnect"
                 text: "Reconnect automatically"
                 checked: dlg.reconnect
+                Accessible.name: text
             }
         }
     }

@@ -6,6 +6,7 @@
 
 #include <utility>
 
+#include <QDir>
 #include <QFileInfo>
 #include <QPointer>
 #include <QStandardPaths>
@@ -34,9 +35,11 @@ void Ask(ZT_HWND parent, const CFileRequest& request, FileChosen chosen)
     }
 }
 
+/// Where the first dialog begins.
 QString DocumentsFolder()
 {
-    return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    return QFileInfo(documents).isDir() ? documents : QDir::homePath();
 }
 
 } // namespace
