@@ -1,7 +1,7 @@
+#include "core/word_bytes.h"
 #include "nmea/ais_sentences.h"
 
 #include <algorithm>
-#include <bit>
 #include <cstring>
 
 // Characters are turned into bits and back eight at a time: six bits in each byte of a word, or 48 bits in one piece.
@@ -12,18 +12,11 @@ namespace {
 constexpr int kCharacterBits = 6;
 constexpr int kPieceCharacters = 8;
 constexpr int kPieceBits = kPieceCharacters * kCharacterBits;
-constexpr std::uint64_t kEachByte = 0x0101010101010101;
+constexpr std::uint64_t kEachByte = RepeatedByte(1);
 
 std::uint64_t ToBigEndian(std::uint64_t word)
 {
-    return std::endian::native == std::endian::little ? __builtin_bswap64(word) : word;
-}
-
-std::uint64_t Load(const void* from)
-{
-    std::uint64_t word = 0;
-    std::memcpy(&word, from, sizeof word);
-    return ToBigEndian(word);
+    return __builtin_bswap64(word);
 }
 
 void Store(void* to, std::uint64_t word)
@@ -48,6 +41,12 @@ std::uint64_t Pack(std::uint64_t bytes)
     return bytes >> 32 << 24 | (bytes & 0xFFFFFF);
 }
 
+/// Of the byte at the stream's end what has been received.
+unsigned UsedBits(std::uint8_t last)
+{
+    return last & ~(0xFFU >> CAIS_Sentence::bit_count % 8);
+}
+
 /// The reverse of Pack.
 std::uint64_t Spread(std::uint64_t bits)
 {
@@ -68,44 +67,34 @@ std::uint8_t CAIS_Sentence::bitstream[kStreamBits / 8 + kMargin] = {};
 std::int32_t CAIS_Sentence::bit_count = 0;
 std::int32_t CAIS_Sentence::last_sentence_number = 0;
 
-void CAIS_Sentence::append_bits(std::uint64_t upper, int count)
+void CAIS_Sentence::append_sixbits(int v)
 {
-    if (bit_count + count > kMostBits) return;
+    if (bit_count > kMostBits - kCharacterBits) return;
+    const unsigned shifted = static_cast<unsigned>(v & 63) << 10 >> bit_count % 8;
     std::uint8_t* at = bitstream + bit_count / 8;
-    const int used = bit_count % 8;
-    const std::uint64_t kept = static_cast<std::uint64_t>(*at & ~(0xFF >> used)) << 56;
-    Store(at, kept | upper << (64 - kPieceBits - used));
-    bit_count += count;
+    at[0] = static_cast<std::uint8_t>(UsedBits(*at) | shifted >> 8);
+    at[1] = static_cast<std::uint8_t>(shifted);
+    bit_count += kCharacterBits;
 }
 
 void CAIS_Sentence::AppendPayload(const char* payload, std::size_t length)
 {
     const auto most = static_cast<std::size_t>((kMostBits - bit_count) / kCharacterBits);
     std::size_t left = std::min(length, most);
-    for (; left >= kPieceCharacters; left -= kPieceCharacters, payload += kPieceCharacters) {
-        append_bits(Pack(DecodeSixbits(Load(payload))), kPieceBits);
-    }
-    if (left == 0) return;
-    char last[kPieceCharacters];
-    std::memset(last, '0', sizeof last); // which stands for 0
-    std::memcpy(last, payload, left);
-    append_bits(Pack(DecodeSixbits(Load(last))), static_cast<int>(left) * kCharacterBits);
-}
-
-std::uint32_t CAIS_Sentence::fetch_bits(int& position, int count, std::uint32_t unavailable)
-{
-    const int from = position;
-    position += count;
-    if (position > bit_count) return unavailable;
-    return static_cast<std::uint32_t>(Load(bitstream + from / 8) << from % 8 >> (64 - count));
-}
-
-std::int32_t CAIS_Sentence::fetch_bits_signed(int& position, int count, std::int32_t unavailable)
-{
-    const int from = position;
-    position += count;
-    if (position > bit_count) return unavailable;
-    return static_cast<std::int32_t>(static_cast<std::int64_t>(Load(bitstream + from / 8) << from % 8) >> (64 - count));
+    std::uint8_t* at = bitstream + bit_count / 8;
+    const int used = bit_count % 8;
+    // Each piece shares its first byte with the end of the one before, which is carried over in `word`.
+    std::uint64_t word = std::uint64_t{UsedBits(*at)} << 8;
+    bit_count += static_cast<std::int32_t>(left) * kCharacterBits;
+    const auto append = [&](std::uint64_t characters) {
+        word = word << kPieceBits | Pack(DecodeSixbits(ToBigEndian(characters))) << (64 - kPieceBits - used);
+        Store(at, word);
+        at += kPieceBits / 8;
+    };
+    for (; left >= kPieceCharacters; left -= kPieceCharacters, payload += kPieceCharacters)
+        append(LoadEightBytes(payload));
+    // "0" stands for six bits of 0.
+    if (left > 0) append(LoadBytes(payload, left) | RepeatedByte('0') << 8 * left);
 }
 
 void CAIS_Sentence::fetch_string(char* out, int& position, int bits)
@@ -113,8 +102,7 @@ void CAIS_Sentence::fetch_string(char* out, int& position, int bits)
     int length = std::clamp(bit_count - position, 0, bits) / kCharacterBits;
     for (int done = 0; done < length; done += kPieceCharacters) {
         const int from = position + done * kCharacterBits;
-        const std::uint64_t piece = Load(bitstream + from / 8) << from % 8 >> (64 - kPieceBits);
-        Store(out + done, ToText(Spread(piece)));
+        Store(out + done, ToText(Spread(StreamFrom(from) >> (64 - kPieceBits))));
     }
     while (length > 0 && (out[length - 1] == '@' || out[length - 1] == ' ')) --length;
     out[length] = 0;

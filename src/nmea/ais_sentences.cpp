@@ -183,49 +183,28 @@ Body& ReadInto(CMessageBody& body)
     return made;
 }
 
-bool EndsField(char c)
-{
-    return c == ',' || c == '*' || c == 0;
-}
-
-const char* FieldEnd(const char* field)
-{
-    while (!EndsField(*field)) ++field;
-    return field;
-}
-
-/// The field behind the one that begins at `field`; an empty one at the end of the text.
-const char* NextField(const char* field)
-{
-    field = FieldEnd(field);
-    return *field == ',' ? field + 1 : field;
-}
-
 } // namespace
 
 bool CAIS_Sentence::Init(char* text)
 {
-    // The fields are read where they stand: a payload is all that this sentence is about.
-    const char* count_field = NextField(text);
-    const char* number_field = NextField(count_field);
-    const char* channel_field = NextField(NextField(number_field)); // behind the sequence id, which many leave out
-    const char* payload = NextField(channel_field);
-    const int number = GetWhole(number_field);
+    constexpr int kFields = 6;
+    char* field[kFields];
+    SplitArgs(text, kFields, field);
+    const int number = GetWhole(field[2]);
     if (number == 1) {
-        std::memset(bitstream, 0, sizeof bitstream);
-        bit_count = 0;
+        bit_count = 0; // what stands in the stream is not received any more
         stream_of_own_ship = own_ship;
     } else if (number != last_sentence_number + 1) {
         return false;
     }
     last_sentence_number = number;
-    channel = EndsField(*channel_field) ? char{0} : *channel_field;
-    AppendPayload(payload, static_cast<std::size_t>(FieldEnd(payload) - payload));
+    channel = *field[4];
+    AppendPayload(field[5], std::strlen(field[5]));
     message_type = 0;
     mmsi = 0;
     description = "";
     body.emplace<std::monostate>();
-    if (number != GetWhole(count_field)) return true;
+    if (number != GetWhole(field[1])) return true;
     if (stream_of_own_ship != own_ship) return false;
     Unpack();
     return true;

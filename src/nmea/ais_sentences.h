@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 /// Sentences of AIS receivers. A message may come in several sentences, of which the last one carries its content.
 namespace CNEMA_AIS {
@@ -32,11 +33,23 @@ public:
     /// The six bits that a character of the payload stands for.
     static int decode_sixbit(int c) { return (c < 89 ? c + 80 : c + 72) & 63; }
     /// Appends six bits; does nothing once no more fit.
-    static void append_sixbits(int v) { append_bits(static_cast<std::uint64_t>(v & 63) << 42, 6); }
+    static void append_sixbits(int v);
     /// The next `count` (1 to 30) bits as a number; `unavailable` when not all of them were received.
-    static std::uint32_t fetch_bits(int& position, int count, std::uint32_t unavailable = 0);
+    static std::uint32_t fetch_bits(int& position, int count, std::uint32_t unavailable = 0)
+    {
+        const int from = position;
+        position += count;
+        if (position > bit_count) return unavailable;
+        return static_cast<std::uint32_t>(StreamFrom(from) >> (64 - count));
+    }
     /// The same in two's complement.
-    static std::int32_t fetch_bits_signed(int& position, int count, std::int32_t unavailable = 0);
+    static std::int32_t fetch_bits_signed(int& position, int count, std::int32_t unavailable = 0)
+    {
+        const int from = position;
+        position += count;
+        if (position > bit_count) return unavailable;
+        return static_cast<std::int32_t>(static_cast<std::int64_t>(StreamFrom(from)) >> (64 - count));
+    }
     /// The characters received of `bits` bits of text, without "@" and spaces at its end. `out` has TextRoom.
     static void fetch_string(char* out, int& position, int bits);
     /// The ship type in words.
@@ -46,9 +59,14 @@ protected:
     explicit CAIS_Sentence(bool of_own_ship) : own_ship(of_own_ship) {}
 
 private:
-    /// Appends the upper `count` of 48 bits. What lies above `count` is 0.
-    static void append_bits(std::uint64_t upper, int count);
     static void AppendPayload(const char* payload, std::size_t length);
+    /// The stream from that bit on, the first one uppermost; 57 bits at least.
+    static std::uint64_t StreamFrom(int position)
+    {
+        std::uint64_t word = 0;
+        std::memcpy(&word, bitstream + position / 8, sizeof word);
+        return __builtin_bswap64(word) << position % 8;
+    }
     void Unpack();
 
     static bool stream_of_own_ship; ///< the class of the sentence that the stream began with
