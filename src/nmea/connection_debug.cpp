@@ -29,7 +29,7 @@ bool MoveLog(const std::string& to)
 void OfferLog(ZT_HWND view)
 {
     ExportFileAs(view, "Save NMEA Debug File", "text/plain", "txt", kLogName,
-                 [view](const std::optional<std::string>& path) {
+                 [](const std::optional<std::string>& path) {
                      if (!path || MoveLog(*path)) return;
                      ShowMessage({}, "NMEA Debug", "The file could not be saved: " + *path);
                  });
