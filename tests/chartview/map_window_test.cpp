@@ -41,7 +41,7 @@ protected:
     {
         ViewTest::SetUp();
         static const bool registered = [] {
-            QQuickStyle::setStyle(QStringLiteral("Material"));
+            if (QQuickStyle::name().isEmpty()) QQuickStyle::setStyle(QStringLiteral("Material"));
             qml_register_ui();
             qml_register_chartview();
             return true;
