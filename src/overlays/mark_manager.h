@@ -43,6 +43,11 @@ public:
     /// Writes what changed; the flag of a file that could not be written stays. True when nothing is left to be
     /// written.
     bool SaveIfNeeded();
+    /// What stands in the files, for reading it from elsewhere: FilesRead() is to follow.
+    CSerializable& MarksFile() { return marks_file; }
+    CSerializable& RoutesFile() { return routes_file; }
+    /// Publishes all objects and takes the navigation up where the files left it.
+    void FilesRead();
 
     /// The templates of what the user makes; the first waypoint of the default route is the one of waypoints.
     COverlayMark& DefaultMark() { return default_mark; }

@@ -93,17 +93,23 @@ bool CMarkManager::LoadFromFile()
         const bool whole_marks = marks_file.ReadFile(getAppDirectory(kMarksFile), {}, kMarksMagic);
         const bool whole_routes = routes_file.ReadFile(getAppDirectory(kRoutesFile), {}, kRoutesMagic);
         whole = whole_marks && whole_routes;
-        for (COverlayMark* mark : marks)
-            if (!mark->deleted) mark->Dispatch(COverlayObject::kChanged);
-        for (COverlayRoute* route : routes)
-            if (!route->deleted) route->Dispatch(COverlayObject::kChanged);
-        RestoreNavigation();
+        FilesRead();
     }
-    marks_modified = false;
-    routes_modified = false;
     Listener<COverlayObject>::Connect();
     Listener<CDataGPSPosition>::Connect();
     return whole;
+}
+
+void CMarkManager::FilesRead()
+{
+    const CListenerPause pause(*this);
+    for (COverlayMark* mark : marks)
+        if (!mark->deleted) mark->Dispatch(COverlayObject::kChanged);
+    for (COverlayRoute* route : routes)
+        if (!route->deleted) route->Dispatch(COverlayObject::kChanged);
+    RestoreNavigation();
+    marks_modified = false;
+    routes_modified = false;
 }
 
 /// Takes up the go-to or the route that was followed. What a file says comes into force only here, when all objects are

@@ -106,11 +106,20 @@ protected:
         CDataGotoMark::auto_reverse = false;
         CAttributes defaults;
         PersistantData::LoadFrom(defaults);
-        manager.DefaultMark().locked = false;
-        manager.DefaultMark().link.clear();
-        manager.DefaultMark().SetIcon("Flag", {1.0F, 0.0F, 0.0F});
-        manager.DefaultWaypoint().SetIcon("Dot", {0.0F, 0.0F, 1.0F});
+        Plain(manager.DefaultMark(), "Flag", {1.0F, 0.0F, 0.0F});
+        Plain(manager.DefaultWaypoint(), "Dot", {0.0F, 0.0F, 1.0F});
         static_cast<CLineAppearance&>(manager.DefaultRoute()) = CLineAppearance();
+        manager.DefaultRoute().comment.clear();
+        manager.DefaultRoute().category.clear();
+    }
+    static void Plain(COverlayMark& of_template, const char* icon, const GraphicsColor& colour)
+    {
+        of_template.locked = false;
+        of_template.link.clear();
+        of_template.comment.clear();
+        of_template.category.clear();
+        of_template.anchor_radius = of_template.alarm_radius = 0.0F;
+        of_template.SetIcon(icon, colour);
     }
     COverlayMark& AddMark(const std::string& name, double lat, double lon)
     {
