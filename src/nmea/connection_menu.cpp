@@ -2,6 +2,7 @@
 #include "ui/action_sheet.h"
 
 #include <memory>
+#include <utility>
 
 namespace {
 

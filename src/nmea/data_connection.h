@@ -58,7 +58,8 @@ public:
     static CDataConnection* Create(int type);
     /// Replaces the connection by one of the type set, and opens it. Failures go to the status line.
     static void CreateConnection();
-    /// Shows the menu of types; `done` tells whether a connection was opened.
+    /// Shows the menu of types; `done` tells whether a connection was opened. It is called once, and may be called when
+    /// the view is gone already.
     static void SelectConnectionType(ZT_HWND view, const std::function<void(bool)>& done);
     static void onConnectionSelected(ZT_HWND view, CConnectionType* type, const std::function<void(bool)>& done);
     static void AppWasPaused();

@@ -143,7 +143,11 @@ TEST_F(ConnectionFramework, RawTextIsCopiedOnlyForAConnectionWithRules)
     CDataConnection::gps_connection_type = CDataConnection::kNone;
     CDataConnection::CreateConnection();
     EXPECT_EQ(Listener<CNMEA_Raw>::pDatasource, nullptr);
-    CDataConnection::output_filters = {"Allow IIMTW"};
+    write_to_file(PersistantData::Filename(), "CDataConnection:output_filters:n=2\n"
+                                              "CDataConnection:output_filters[0]=Deny II\n"
+                                              "CDataConnection:output_filters[1]=Allow IIMTW\n");
+    PersistantData::LoadAll("zentara");
+    CDataConnection::gps_connection_type = CDataConnection::kNone;
     CDataConnection::CreateConnection();
     EXPECT_NE(Listener<CNMEA_Raw>::pDatasource, nullptr);
     bool verdict = false;
