@@ -127,3 +127,11 @@ CIconManager& TheIcons()
     static CIconManager icons;
     return icons;
 }
+
+std::vector<std::string> CIconManager::IconNames()
+{
+    std::vector<std::string> names;
+    for (const IconData& data : kIconData) names.emplace_back(data.name);
+    std::sort(names.begin(), names.end());
+    return names;
+}

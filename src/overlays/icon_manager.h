@@ -6,6 +6,7 @@
 #include <map>
 #include <string>
 #include <tuple>
+#include <vector>
 
 #include <QImage>
 
@@ -31,6 +32,8 @@ public:
     void GetIconOffset(const std::string& name, double& x, double& y) const;
     /// The name of the file for a symbol of a mark: "buoy can" gives "Buoy_can". "MOB" stays as it is.
     static std::string to_file_name(const std::string& name);
+    /// The names of all icons, sorted.
+    static std::vector<std::string> IconNames();
 
 private:
     /// Name, tint (0xAARRGGBB) and resolution.
