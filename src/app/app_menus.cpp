@@ -46,19 +46,3 @@ void ShowMainMenu(CZentaraAppModel& app, ZT_HWND hwnd)
         "qrc:/red_x.svg");
     menu.ShowMenuTree(hwnd);
 }
-
-void ShowOverlaysMenu(CZentaraAppModel&, ZT_HWND hwnd)
-{
-    // The overlays themselves are not there yet: their entries are shown, and cannot be chosen.
-    constexpr struct {
-        const char* label;
-        const char* icon;
-    } entries[] = {
-        {"List Overlays", "qrc:/Overlays.png"},  {"Add New Mark", "qrc:/add_mark.svg"},
-        {"Add New Route", "qrc:/add_route.svg"}, {"Record Track", "qrc:/record.svg"},
-        {"Search", "qrc:/find_place.svg"},       {"Import", "qrc:/import.svg"},
-    };
-    CActionSheetMenu menu("Overlays");
-    for (const auto& entry : entries) menu.Add(entry.label, {}, entry.icon, Appearance::kDisabled);
-    menu.ShowMenu(hwnd);
-}

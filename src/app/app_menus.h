@@ -6,5 +6,3 @@ class CZentaraAppModel;
 
 /// The menu behind the button at the top left: settings, lock, help, quit.
 void ShowMainMenu(CZentaraAppModel& app, ZT_HWND hwnd);
-/// The menu behind the button at the top right.
-void ShowOverlaysMenu(CZentaraAppModel& app, ZT_HWND hwnd);

@@ -1,7 +1,10 @@
 #include "app/app_ui_context.h"
 
 #include "app/app_globals.h"
+#include "app/overlay_menus.h"
 #include "app/zentara_app_model.h"
+#include "chartview/rastelle_view.h"
+#include "overlays/mark_manager.h"
 #include "ui/done_button.h"
 
 #include <QQmlApplicationEngine>
@@ -61,6 +64,21 @@ void CAppUiContext::SetShowDoneButton(bool shown)
 bool CAppUiContext::UsingTouch() const
 {
     return theApp != nullptr && theApp->usingTouch();
+}
+
+void CAppUiContext::CreateNewMark(CRastelleView& view)
+{
+    AddMarkInView(view);
+}
+
+void CAppUiContext::CreateNewRoute(CRastelleView& view)
+{
+    g_mark_manager.CreateNewRoute(view.hWnd());
+}
+
+void CAppUiContext::ShowContextMenu(CRastelleView& view, double x, double y)
+{
+    ShowMapMenu(view, x, y);
 }
 
 bool CAppUiContext::InvokeDoneButton()

@@ -1,7 +1,10 @@
 #pragma once
 
 #include "app/desktop_notifications.h"
+#include "app/overlay_services.h"
+#include "chartview/chart_overlay_views.h"
 #include "chartview/view_services.h"
+#include "overlays/dialogs/overlay_edit_dialogs.h"
 #include "ui/alarm_bell.h"
 #include "ui/message_boxes.h"
 #include "ui/notification_banner.h"
@@ -24,6 +27,9 @@ public:
     void SetShowDoneButton(bool shown) override;
     bool UsingTouch() const override;
 
+    void CreateNewMark(CRastelleView& view) override;
+    void CreateNewRoute(CRastelleView& view) override;
+    void ShowContextMenu(CRastelleView& view, double x, double y) override;
     bool InvokeDoneButton() override;
 
 private:
@@ -32,4 +38,7 @@ private:
     CDesktopBell bell_sound;
     CAlarmBell bell{g_user_notification_manager, bell_sound};
     CDesktopNotifications desktop;
+    CChartOverlayViews overlay_views;
+    COverlayEditDialogs overlay_dialogs;
+    COverlayServices overlay_services;
 };

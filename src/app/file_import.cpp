@@ -1,6 +1,8 @@
+#include "app/app_data.h"
 #include "app/file_kind.h"
 #include "app/zentara_app_model.h"
 #include "chartview/rastelle_view.h"
+#include "overlays/gpx_import.h"
 #include "ui/message_boxes.h"
 
 namespace {
@@ -31,13 +33,19 @@ void TellFailure(ZT_HWND hwnd, file_kind kind, const std::string& path)
 
 } // namespace
 
-// Charts are the one kind that can be taken so far: overlays, page layouts and packages have no reader yet, so every
-// file of theirs gets the message of one that could not be read.
-void CZentaraAppModel::importFileOfAnyType(ZT_HWND hwnd, const std::string& path, CBounds& /*bounds*/)
+// Charts and overlays are what can be taken so far: page layouts and packages have no reader yet, so every file of
+// theirs gets the message of one that could not be read.
+void CZentaraAppModel::importFileOfAnyType(ZT_HWND hwnd, const std::string& path, CBounds& bounds)
 {
     const file_kind kind = SortFile(path);
     CRastelleView* view = LargestMap();
-    if (kind != file_kind::chart) {
+    if (kind == file_kind::gpx) {
+        if (ImportGPXFile(path, bounds)) {
+            save_all_app_data();
+        } else {
+            TellFailure(hwnd, kind, path);
+        }
+    } else if (kind != file_kind::chart) {
         TellFailure(hwnd, kind, path);
     } else if (view != nullptr) {
         view->onOpen(hwnd, path.c_str(), true, [this](bool) { reopenAllMapsAfterDownload(); });

@@ -12,10 +12,14 @@
 #include <algorithm>
 #include <optional>
 
+class COverlayGPSPosition::SettingsType : public CSettingsEntry<CDlg_gps_setup> {
+    using CSettingsEntry::CSettingsEntry;
+};
+
 namespace {
 
 constexpr int kGPSOrder = 2;
-const CSettingsEntry<CDlg_gps_setup> gps_settings_entry("GPS Settings", kGPSOrder, "qrc:/gps.svg");
+const COverlayGPSPosition::SettingsType gps_settings_entry("GPS Settings", kGPSOrder, "qrc:/gps.svg");
 
 using OwnShip = COverlayGPSPosition;
 

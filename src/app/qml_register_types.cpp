@@ -8,6 +8,7 @@
 #include "chartview/qml_register_chartview.h"
 #include "displayview/display_view_page.h"
 #include "nmea/transports/qml_register_transports.h"
+#include "overlays/dialogs/overlay_edit_dialogs.h"
 #include "ui/qml_register_ui.h"
 
 #include <QtQml>
@@ -18,6 +19,7 @@ void qml_register_types()
     qml_register_ui();
     qml_register_chartview();
     qml_register_transports();
+    qml_register_overlay_dialogs();
     qmlRegisterType<CDisplayViewPage>(module, 1, 0, "CDisplayViewPage");
     qmlRegisterType<CZentaraAppModel>(module, 1, 0, "CZentaraAppModel");
     qmlRegisterType<COperatingSystem>(module, 1, 0, "COperatingSystem");

@@ -3,6 +3,7 @@
 #include "app/app_data.h"
 #include "app/app_menus.h"
 #include "app/command_line.h"
+#include "app/overlay_menus.h"
 #include "app/single_application.h"
 #include "chart/chart_list.h"
 #include "chartview/rastelle_window.h"
