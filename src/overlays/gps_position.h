@@ -33,6 +33,8 @@ class COverlayGPSPosition : public COverlayMovingTarget,
                             public IOverlaySource {
 public:
     static COverlayGPSPosition theLatestPosition;
+    /// The entry of the settings menu, "GPS Settings".
+    class SettingsType;
 
     // Settings, kept in the group "COverlayGPSPosition" with those of COverlayMovingTarget, CDataSpeedDirection and
     // CompassDamping.

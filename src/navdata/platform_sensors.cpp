@@ -1,0 +1,3 @@
+#include "navdata/platform_sensors.h"
+
+DeviceBatteryState theDeviceBatteryState;
