@@ -7,6 +7,7 @@
 
 #include "core/listener.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
@@ -19,6 +20,7 @@ inline void CheckNumber(double number, double most = 1e9)
 }
 
 constexpr double kMostSpeed = 1e6;
+constexpr std::size_t kLongestSentence = 256; ///< that a target sends
 
 inline void Check(CNMEA_GPS::RMC& s)
 {
@@ -103,7 +105,7 @@ inline void Check(CNMEA_Instruments::XDR& s)
 {
     CheckNumber(s.first_value);
     CheckNumber(s.second_value);
-    if (s.first_name.size() + s.second_name.size() > CNMEA_Raw::kSize) std::abort();
+    if (std::max(s.first_name.size(), s.second_name.size()) > kLongestSentence) std::abort();
 }
 inline void Check(CNEMA_AIS::CAIS_Sentence& s)
 {
