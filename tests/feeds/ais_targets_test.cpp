@@ -431,6 +431,34 @@ TEST_F(AisTargets, TheShapeShowsTheHeading)
     EXPECT_EQ(upright.pixel(50, 57), 0xFFFFFFFF) << "without a heading it stands upright";
 }
 
+TEST_F(AisTargets, PaintingKnownLooksAllocatesNothing)
+{
+    std::vector<CMapping> mappings(20);
+    CViewParams params;
+    params.view_rect = {-1e9, -1e9, 1e9, 1e9};
+    const CPolynomialProjection chart = Chart(0.0);
+    QImage image(200, 200, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    const auto paint_all = [&] {
+        for (std::uint32_t i = 0; i < mappings.size(); ++i) {
+            mappings[i].move_screen();
+            ASSERT_TRUE(mappings[i].map_to_screen(params));
+            Target(kShip + i).Draw(&painter, params, mappings[i]);
+        }
+    };
+    for (std::uint32_t i = 0; i < mappings.size(); ++i) {
+        const CAisMotion motion = At(i, 1.0, 17.0 * i, 0.0);
+        Hear(i % 2 == 0 ? PositionReportA(kShip + i, static_cast<int>(i % 9), motion)
+                        : PositionReportB(kShip + i, motion));
+        Target(kShip + i).Map(mappings[i], chart);
+    }
+    paint_all();
+    const CAllocationCounter counter;
+    paint_all();
+    EXPECT_EQ(counter.Count(), 0U);
+}
+
 TEST_F(AisTargets, AnInstantList)
 {
     const CTemporaryRoot root;
