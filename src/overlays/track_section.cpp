@@ -1,6 +1,7 @@
 #include "overlays/track_section.h"
 
 #include "chart/polynomial_projection.h"
+#include "core/display_metrics.h"
 #include "overlays/overlay_track.h"
 #include "overlays/overlay_views.h"
 #include "ui/action_sheet.h"
@@ -10,6 +11,7 @@
 #include <vector>
 
 #include <QPainter>
+#include <QPen>
 
 static_assert(sizeof(DblPoint) == sizeof(QPointF) && alignof(DblPoint) == alignof(QPointF));
 
@@ -31,6 +33,9 @@ void CTrackSection::Map(CMapping& mapping, const CPolynomialProjection& projecti
     mapping.kind = CMapping::kPolyline;
     mapping.count = count;
     mapping.set_bounds();
+    // More than half of the under-stroke's width.
+    if (track != nullptr)
+        mapping.drawn_around = (static_cast<double>(track->line_width) + 1.0) * graphicsResolution + 1.0;
 }
 
 void CTrackSection::Draw(QPainter* painter, const CViewParams&, CMapping& mapping) const
