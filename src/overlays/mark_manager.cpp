@@ -54,6 +54,10 @@ CMarkManager::~CMarkManager()
 {
     Listener<COverlayObject>::Disconnect();
     Listener<CDataGPSPosition>::Disconnect();
+    // What would be told of the end of these may itself have gone by now.
+    navigation = {};
+    route_being_edited = nullptr;
+    for (COverlayMark* mark : marks) mark->alarm_on = false;
     DeleteAll(marks);
     DeleteAll(routes);
 }
@@ -85,6 +89,7 @@ std::string CMarkManager::DefaultRouteName() const
 
 void CMarkManager::CreateNewMark(CRastelleView* view, double lat, double lon)
 {
+    if (!ValidLatLon(lat, lon)) return;
     PressDoneButton();
     auto* const mark = new COverlayMark(default_mark);
     mark->lat = lat;

@@ -58,7 +58,7 @@ public:
     std::string DefaultMarkName() const;
     std::string DefaultRouteName() const;
 
-    /// At a position (degrees); selects the mark in the view, which may be null.
+    /// At a position (degrees; nothing happens for what is none); selects the mark in the view, which may be null.
     void CreateNewMark(CRastelleView* view, double lat, double lon);
     /// An empty route, to which waypoints are then added.
     void CreateNewRoute(ZT_HWND parent);

@@ -137,7 +137,9 @@ void CMarkManager::Navigated(const COverlayObject& object)
     const bool is_target = IsSame(navigation.target, object);
     const bool is_route = IsSame(navigation.route, object);
     if (object.action == COverlayObject::kChanged) {
-        if (object.type == COverlayObject::kWaypoint) static_cast<const COverlayMark&>(object).route->ClearSegments();
+        if (object.type == COverlayObject::kWaypoint) {
+            if (COverlayRoute* const route = static_cast<const COverlayMark&>(object).route) route->ClearSegments();
+        }
         if (is_target) TargetMoved();
         if (is_route) {
             navigation.route->ClearSegments();

@@ -79,12 +79,12 @@ COverlayMark* COverlayRoute::AddWaypoint(double lat, double lon, CRastelleView* 
     waypoint->name = WaypointName(g_mark_manager.DefaultWaypoint().name, name, number);
     const COverlayMark* const before = g_mark_manager.insert_before;
     InsertWaypoint(waypoint, before);
-    if (before != nullptr) EndAddingWaypoints(); // one tap inserts one waypoint
     SetModifiedNow();
     TheOverlayViews().Deselect();
     if (view != nullptr) waypoint->onTap(view, screen, place);
     Dispatch(kChanged);
     SetStatusMessage("Total distance: " + CUnits::Default->FormatDistance(getTotalLengthMeters()));
+    if (before != nullptr) EndAddingWaypoints(); // one tap inserts one waypoint, and the message goes with the button
     return waypoint;
 }
 
@@ -135,6 +135,7 @@ void COverlayRoute::SplitRoute(COverlayMark* at)
     static_cast<CLineAppearance&>(*rest) = *this;
     rest->name = name + "-split";
     rest->category = category;
+    rest->do_not_sync = do_not_sync;
     auto* const first = new COverlayMark(*at);
     first->name = at->name;
     first->comment = at->comment;

@@ -17,6 +17,7 @@ void COverlayRoute::ConvertToTrack()
 {
     auto* const track = new COverlayTrack;
     track->name = name + "-converted";
+    if (do_not_sync) track->do_not_sync = true;
     ConvertToTrack(*track);
     setVisible(false);
     SetModifiedNow();

@@ -200,7 +200,9 @@ TEST_F(CMarksTest, IsMappedWhereItLies)
         bool mapped;
     } cases[] = {{49.99, 0.01, true}, {999.0, 999.0, false}, {std::numeric_limits<double>::quiet_NaN(), 0.0, false}};
     for (const auto& c : cases) {
-        COverlayMark& mark = AddMark("", c.lat, c.lon);
+        COverlayMark& mark = AddMark("", 0.0, 0.0);
+        mark.lat = c.lat;
+        mark.lon = c.lon;
         CMapping mapping;
         mark.Map(mapping, chart);
         ASSERT_EQ(mapping.image_points.size(), c.mapped ? 1U : 0U) << c.lat;

@@ -67,6 +67,7 @@ TEST_F(RouteEditing, WaypointsGoWhereTheyWereAskedFor)
         std::erase(names, '3'); // the number
         EXPECT_EQ(names, c.names) << c.what;
         EXPECT_EQ(manager.route_being_edited == &route, c.goes_on) << c.what;
+        EXPECT_EQ(messages.status.empty(), !c.goes_on) << c.what;
         manager.ClearAll();
     }
 }
@@ -160,6 +161,7 @@ TEST_F(RouteEditing, SplitsAndJoins)
         COverlayRoute& route = AddRoute("Trip", {{1, 50}, {2, 50}, {3, 50}, {4, 50}});
         route.line_width = 5.0F;
         route.category = "trips";
+        route.do_not_sync = true;
         COverlayMark* const at = Waypoint(route, c.at);
         route.SplitRoute(at);
         ASSERT_EQ(manager.routes.size(), 2U);
@@ -168,6 +170,7 @@ TEST_F(RouteEditing, SplitsAndJoins)
         EXPECT_EQ(NamesOf(rest), c.rest);
         EXPECT_EQ(rest.name + rest.category, "Trip-splittrips");
         EXPECT_EQ(rest.line_width, 5.0F);
+        EXPECT_TRUE(rest.do_not_sync) << "what is private stays private";
         EXPECT_NE(rest.waypoints.front(), at);
         EXPECT_EQ(rest.waypoints.front()->lon, at->lon);
 
