@@ -24,7 +24,9 @@ bool CScaleBar::Update(bool shown, double scale, double item_width)
         last_scale = 0.0;
         return Clear();
     }
-    if (!Differ(last_scale, scale) && last_item_width == item_width) return false;
+    const int units = CUnits::Default->get_unit_family();
+    if (!Differ(last_scale, scale) && last_item_width == item_width && last_units == units) return false;
+    last_units = units;
     last_scale = scale;
     last_item_width = item_width;
     if (!(scale > 0.0)) return Clear();

@@ -9,7 +9,7 @@ public:
     static constexpr double kLongestShare = 0.4; ///< of the item's width
 
     /// Takes the scale shown (nautical miles per logical pixel, 0: none) and the item's width; true when the bar
-    /// changed. A change of scale below 0.1 per cent leaves the bar alone.
+    /// changed. A change of scale below 0.1 per cent leaves the bar alone, unless the user's units have changed.
     bool Update(bool shown, double scale, double item_width);
 
     double Width() const { return width; }
@@ -20,6 +20,7 @@ private:
 
     double last_scale = 0.0;
     double last_item_width = 0.0;
-    double width = 0.0; ///< 0 hides the bar
+    int last_units = -1; ///< family
+    double width = 0.0;  ///< 0 hides the bar
     QString text;
 };

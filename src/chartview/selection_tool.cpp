@@ -4,7 +4,6 @@
 #include "chartview/rastelle_view.h"
 #include "chartview/track_tool.h"
 #include "core/heartbeat.h"
-#include "navdata/units.h"
 #include "overlays/overlay_mark.h"
 #include "overlays/track_section.h"
 
@@ -15,12 +14,14 @@ COverlayTool::COverlayTool(CRastelleView& with_view, COverlayObject& with_object
         OnMenu(ZT_HWND(&over, over.width() / 2.0, over.height() / 2.0));
     }))
 {
-    Connect();
+    Listener<COverlayObject>::Connect();
+    Listener<CUnits>::Connect();
 }
 
 COverlayTool::~COverlayTool()
 {
-    Disconnect();
+    Listener<CUnits>::Disconnect();
+    Listener<COverlayObject>::Disconnect();
     if (item != nullptr) item->deleteLater();
 }
 

@@ -5,6 +5,7 @@
 #include "core/listener.h"
 #include "core/simple_grid.h"
 #include "navdata/data_gps_position.h"
+#include "navdata/units.h"
 #include "overlays/overlay_object.h"
 
 #include <memory>
@@ -19,7 +20,7 @@ class CTrackSection;
 
 /// The tool that holds the one selected overlay object: it floats a label and a button at it, follows it, and lets the
 /// user drag it. At most one exists. Main thread only.
-class COverlayTool : public IOverlayTool, protected Listener<COverlayObject> {
+class COverlayTool : public IOverlayTool, protected Listener<COverlayObject>, Listener<CUnits> {
 public:
     ~COverlayTool() override;
 
@@ -53,6 +54,7 @@ protected:
     virtual void DeleteObject(ZT_HWND parent) = 0;
     virtual void DrawMarker(QPainter* painter, double x, double y) const = 0;
     void OnUpdate(COverlayObject& changed) override;
+    void OnUpdate(CUnits&) override { SetLabel(); }
     /// To be called once the derived tool stands, and whenever the label may say something else.
     void SetLabel();
     /// Moves label and button to where the object is on the screen.
