@@ -2,8 +2,7 @@
 
 #include "nmea/nmea_sentence_type.h"
 
-#include <cmath>
-#include <cstring>
+#include <array>
 
 namespace CNEMA_AIS {
 
@@ -33,6 +32,18 @@ constexpr std::uint32_t kRawNoHeading = 511;
 constexpr std::int32_t kRawNoTurn = -128;
 constexpr std::int32_t kRawNoLatitude = 91 * 600000;
 constexpr std::int32_t kRawNoLongitude = 181 * 600000;
+
+constexpr float kNoTurn = 999.0F;
+/// The rates by their raw values from kRawNoTurn on; kNoTurn for those that are none.
+constexpr auto kTurns = [] {
+    std::array<float, 256> turns{};
+    for (int raw = kRawNoTurn; raw <= 127; ++raw) {
+        const double root = raw / kRotRoot;
+        const auto rate = static_cast<float>(root * root);
+        turns[static_cast<std::size_t>(raw - kRawNoTurn)] = rate >= kFastestTurn ? kNoTurn : raw < 0 ? -rate : rate;
+    }
+    return turns;
+}();
 
 /// Walks over a message and stores field behind field.
 class CFields {
@@ -65,10 +76,10 @@ public:
     }
     void TakeTurn(CPositionReport& report)
     {
-        const double root = CAIS_Sentence::fetch_bits_signed(position, 8, kRawNoTurn) / kRotRoot;
-        const auto rate = static_cast<float>(root * root);
-        report.rot_valid = rate < kFastestTurn;
-        report.rate_of_turn = report.rot_valid ? std::copysign(rate, static_cast<float>(root)) : 0.0F;
+        const std::int32_t raw = CAIS_Sentence::fetch_bits_signed(position, 8, kRawNoTurn);
+        report.rate_of_turn = kTurns[static_cast<std::size_t>(raw - kRawNoTurn)];
+        report.rot_valid = report.rate_of_turn != kNoTurn;
+        if (!report.rot_valid) report.rate_of_turn = 0.0F;
     }
     void TakeMotion(CMotion& motion)
     {
@@ -183,11 +194,18 @@ Body& ReadInto(CMessageBody& body)
     return made;
 }
 
+/// The length of a field from where the next one begins, which is behind a NUL or, when there is no next one, at it.
+std::size_t LengthBefore(const char* next, const char* field)
+{
+    const auto length = static_cast<std::size_t>(next - field);
+    return length > 0 && next[-1] == 0 ? length - 1 : length;
+}
+
 } // namespace
 
 bool CAIS_Sentence::Init(char* text)
 {
-    constexpr int kFields = 6;
+    constexpr int kFields = 7; // the last one only tells where the payload before it ends
     char* field[kFields];
     SplitArgs(text, kFields, field);
     const int number = GetWhole(field[2]);
@@ -199,7 +217,7 @@ bool CAIS_Sentence::Init(char* text)
     }
     last_sentence_number = number;
     channel = *field[4];
-    AppendPayload(field[5], std::strlen(field[5]));
+    AppendPayload(field[5], LengthBefore(field[6], field[5]));
     message_type = 0;
     mmsi = 0;
     description = "";
