@@ -64,6 +64,7 @@ public:
     /// The mark's own lock or its route's.
     bool isLocked() const;
     bool isNavigatingToMark() const;
+    /// As all that changes a mark but its deletion, to be followed by Dispatch().
     void SetIcon(const std::string& name, const GraphicsColor& new_colour);
     /// Takes the look that new marks get from their template.
     void TakeLook(const COverlayMark& from);

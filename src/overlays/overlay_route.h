@@ -121,7 +121,8 @@ public:
     void ConvertToTrack(COverlayTrack& track) const;
     /// Makes a track beside the route, and hides the route.
     void ConvertToTrack();
-    /// Gives all waypoints the icon and colour of the mark and, when it has a name, names by that template.
+    /// Gives all waypoints the icon and colour of the mark and, when it has a name, names by that template. Dispatch()
+    /// is to follow, as with SetNameFromEndWaypoints().
     void SetAllWaypointsLike(const COverlayMark& mark);
     void SetNameFromEndWaypoints();
     /// Equal texts and waypoints.

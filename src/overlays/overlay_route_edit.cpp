@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <memory>
 #include <string_view>
 
 namespace {
@@ -19,6 +18,12 @@ constexpr std::string_view kBetweenEnds = " to ";
 bool IsAutomaticName(const std::string& name)
 {
     return name.size() >= 2 && name[0] == 'P' && name[1] >= '0' && name[1] <= '9';
+}
+
+COverlayMark* NewWaypoint()
+{
+    const COverlayMark::CCreatingRoute as_waypoint;
+    return new COverlayMark;
 }
 
 } // namespace
@@ -67,12 +72,7 @@ int COverlayRoute::onTap(CRastelleView* view, const FPoint& screen, const DblPoi
 COverlayMark* COverlayRoute::AddWaypoint(double lat, double lon, CRastelleView* view, const FPoint& screen,
                                          const DblPoint& place)
 {
-    std::unique_ptr<COverlayMark> made;
-    {
-        const COverlayMark::CCreatingRoute as_waypoint;
-        made = std::make_unique<COverlayMark>();
-    }
-    COverlayMark* const waypoint = made.release();
+    COverlayMark* const waypoint = NewWaypoint();
     waypoint->lat = lat;
     waypoint->lon = lon;
     const int number = static_cast<int>(waypoints.size());
