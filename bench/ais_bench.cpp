@@ -209,7 +209,7 @@ void ApproachPlainShips()
 {
     static const std::vector<CPlainShip> ships = [] {
         std::vector<CPlainShip> made;
-        for (int i = 0; i < kTargets; ++i) made.push_back({100.0 * i, 50.0 * i, 3.0 + 0.001 * i, -4.0});
+        for (int i = 0; i < kTargets; ++i) made.push_back({100.0 * i, 50.0 * i, -3.0 - 0.001 * i, -4.0});
         return made;
     }();
     double sum = 0.0;
