@@ -35,7 +35,8 @@ void ColourPortable(const unsigned char* tile, const std::uint32_t* palette, std
 }
 
 #ifdef ZT_AVX2
-/// The palette as one plane of bytes for each channel, blue first, sixteen colours a vector and those twice.
+/// The palette as one plane of bytes for each channel, blue first, sixteen colours a vector and those twice; from the
+/// second vector on as what differs from the one before.
 template <int kBlocks>
 struct Planes {
     __m256i plane[3][kBlocks];
@@ -59,6 +60,10 @@ ZT_AVX2 void SplitPalette(const std::uint32_t* palette, Planes<kBlocks>& planes)
         planes.plane[1][block] = _mm256_broadcastsi128_si256(_mm_unpackhi_epi64(blue_green_low, blue_green_high));
         planes.plane[2][block] = _mm256_broadcastsi128_si256(_mm_unpacklo_epi64(red_low, red_high));
     }
+    for (auto& plane : planes.plane) {
+        for (int block = kBlocks - 1; block > 0; --block)
+            plane[block] = _mm256_xor_si256(plane[block], plane[block - 1]);
+    }
 }
 
 /// Four planes of 32 pixels, each in halves as unpacking wants them, to pixels.
@@ -77,13 +82,14 @@ ZT_AVX2 inline void StorePixels(std::uint32_t* dest, __m256i blue, __m256i green
     }
 }
 
-/// Shuffles each channel's plane by the indices. The cost follows the blocks of sixteen colours that are in use.
+/// Shuffles each channel's plane by the indices. A shuffle takes the low four bits, and gives 0 where the highest is
+/// set: with sixteen less for every block an index takes part in its own and those before, whose differences add up to
+/// its colour. The cost follows the blocks of sixteen colours that are in use.
 template <int kBlocks>
 ZT_AVX2 void ColourByShuffle(const unsigned char* tile, const std::uint32_t* palette, std::uint32_t* dest, int stride)
 {
     Planes<kBlocks> planes;
     SplitPalette<kBlocks>(palette, planes);
-    const __m256i others = _mm256_set1_epi8(0x70);
     // Unpacking works in halves of a vector: groups of four pixels are dealt out so that it yields them in order.
     const __m256i deal = _mm256_setr_epi32(0, 2, 4, 6, 1, 3, 5, 7);
     for (int row = 0; row < kTileSide; ++row, dest += stride) {
@@ -91,17 +97,15 @@ ZT_AVX2 void ColourByShuffle(const unsigned char* tile, const std::uint32_t* pal
         for (int column = 0; column < kTileSide; column += 32) {
             __m256i codes = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(from + column));
             codes = _mm256_permutevar8x32_epi32(codes, deal);
-            __m256i selector = _mm256_adds_epu8(codes, others);
             __m256i channel[3];
 #pragma GCC unroll 3
-            for (int c = 0; c < 3; ++c) channel[c] = _mm256_shuffle_epi8(planes.plane[c][0], selector);
+            for (int c = 0; c < 3; ++c) channel[c] = _mm256_shuffle_epi8(planes.plane[c][0], codes);
 #pragma GCC unroll 8
             for (int k = 1; k < kBlocks; ++k) {
                 codes = _mm256_sub_epi8(codes, _mm256_set1_epi8(16));
-                selector = _mm256_adds_epu8(codes, others);
 #pragma GCC unroll 3
                 for (int c = 0; c < 3; ++c) {
-                    channel[c] = _mm256_or_si256(channel[c], _mm256_shuffle_epi8(planes.plane[c][k], selector));
+                    channel[c] = _mm256_xor_si256(channel[c], _mm256_shuffle_epi8(planes.plane[c][k], codes));
                 }
             }
             StorePixels(dest + column, channel[0], channel[1], channel[2]);

@@ -9,6 +9,9 @@ namespace {
 
 constexpr int kHalfSide = DIB_square::kSide / 2;
 constexpr int kCellsPerParent = 4;
+/// Scaled squares are painted in strips of so many rows, which stay in the nearest caches in between.
+constexpr int kStripRows = 16;
+constexpr int kHalvedRows = 64;
 
 class GridPainter {
 public:
@@ -20,6 +23,10 @@ public:
     bool PaintFamily(int parent_col, int parent_row)
     {
         DIB_square* parent = map.zoomed_in.At(parent_col, parent_row);
+        if (parent != nullptr && EmptyCells(parent_col, parent_row) == kCellsPerParent) {
+            DrawWhole(*parent, parent_col, parent_row);
+            return false;
+        }
         const int covered = parent != nullptr ? LastEmpty(parent_col, parent_row) + 1 : 0;
         bool placeholder = false;
         for (int i = 0; i < kCellsPerParent; ++i) {
@@ -59,22 +66,47 @@ private:
         return last;
     }
 
+    int EmptyCells(int parent_col, int parent_row) const
+    {
+        int empty = 0;
+        for (int i = 0; i < kCellsPerParent; ++i) {
+            int col = 0;
+            int row = 0;
+            if (CellUnder(parent_col, parent_row, i, col, row) && map.squares.At(col, row) == nullptr) ++empty;
+        }
+        return empty;
+    }
+
     QPointF CellOrigin(int col, int row) const
     {
         return {offset.x + static_cast<double>(map.left + col) * DIB_square::kSide,
                 offset.y + static_cast<double>(map.top + row) * DIB_square::kSide};
     }
 
+    /// Draws the coarser square over all its cells.
+    void DrawWhole(const DIB_square& parent, int parent_col, int parent_row)
+    {
+        static QImage strip(2 * DIB_square::kSide, kStripRows, QImage::Format_RGB32);
+        int col = 0;
+        int row = 0;
+        CellUnder(parent_col, parent_row, 0, col, row);
+        DrawDoubled(parent.Bits(), DIB_square::kSide, CellOrigin(col, row), strip);
+    }
+
     /// Draws quarter `i` of the coarser square over the whole cell.
     void DrawQuarter(const DIB_square& parent, int i, int col, int row)
     {
-        static QImage strip(DIB_square::kSide, kScaledRows, QImage::Format_RGB32);
-        const std::uint32_t* source = parent.Bits();
+        static QImage strip(DIB_square::kSide, kStripRows, QImage::Format_RGB32);
+        const int first = (i / 2) * kHalfSide * DIB_square::kSide + (i % 2) * kHalfSide;
+        DrawDoubled(parent.Bits() != nullptr ? parent.Bits() + first : nullptr, kHalfSide, CellOrigin(col, row), strip);
+    }
+
+    /// Draws a part of a square, as high as it is wide, at twice its size; nothing without a source.
+    void DrawDoubled(const std::uint32_t* source, int width, const QPointF& origin, QImage& strip)
+    {
         if (source == nullptr) return;
-        source += (i / 2) * kHalfSide * DIB_square::kSide + (i % 2) * kHalfSide;
-        const QPointF origin = CellOrigin(col, row);
-        for (int y = 0; y < DIB_square::kSide; y += kScaledRows) {
-            DoubleStrip(source + y / 2 * DIB_square::kSide, Pixels(strip));
+        for (int y = 0; y < 2 * width; y += kStripRows) {
+            DoubleRows(source + y / 2 * DIB_square::kSide, width, kStripRows / 2, Pixels(strip));
             painter.drawImage(origin + QPointF(0, y), strip);
         }
     }
@@ -90,9 +122,9 @@ private:
 
     void DrawHalved(const DIB_square& finer, const QPointF& origin)
     {
-        static QImage strip(kHalfSide, kScaledRows, QImage::Format_RGB32);
-        for (int y = 0; y < kHalfSide; y += kScaledRows) {
-            HalveStrip(finer.Bits() + 2 * y * DIB_square::kSide, Pixels(strip));
+        static QImage strip(kHalfSide, kHalvedRows, QImage::Format_RGB32);
+        for (int y = 0; y < kHalfSide; y += kHalvedRows) {
+            HalveRows(finer.Bits() + 2 * y * DIB_square::kSide, kHalvedRows, Pixels(strip));
             painter.drawImage(origin + QPointF(0, y), strip);
         }
     }

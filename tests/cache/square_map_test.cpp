@@ -104,15 +104,16 @@ TEST(SquareScaling, IsWhatThePainterDoes)
     for (int y = 0; y < 256; ++y)
         for (int x = 0; x < 256; ++x) square.setPixel(x, y, qRgb(x, y, x ^ y));
     const auto* bits = reinterpret_cast<const std::uint32_t*>(square.constBits());
-    QImage ours(256, kScaledRows, QImage::Format_RGB32);
-    DoubleStrip(bits + 128 * 256 + 128, reinterpret_cast<std::uint32_t*>(ours.bits()));
+    constexpr int kRows = 16;
+    QImage ours(256, kRows, QImage::Format_RGB32);
+    DoubleRows(bits + 128 * 256 + 128, 128, kRows / 2, reinterpret_cast<std::uint32_t*>(ours.bits()));
     QImage painted(256, 256, QImage::Format_RGB32);
     QPainter(&painted).drawImage(QRectF(0, 0, 256, 256), square, QRectF(128, 128, 128, 128));
-    EXPECT_TRUE(ours == painted.copy(0, 0, 256, kScaledRows));
-    QImage small(128, kScaledRows, QImage::Format_RGB32);
-    HalveStrip(bits, reinterpret_cast<std::uint32_t*>(small.bits()));
+    EXPECT_TRUE(ours == painted.copy(0, 0, 256, kRows));
+    QImage small(128, kRows, QImage::Format_RGB32);
+    HalveRows(bits, kRows, reinterpret_cast<std::uint32_t*>(small.bits()));
     QPainter(&painted).drawImage(QRectF(0, 0, 128, 128), square, QRectF(0, 0, 256, 256));
-    EXPECT_TRUE(small == painted.copy(0, 0, 128, kScaledRows));
+    EXPECT_TRUE(small == painted.copy(0, 0, 128, kRows));
 }
 
 TEST(DibSquare, KeysKeepABlockTogetherAndRiseAlongRows)
