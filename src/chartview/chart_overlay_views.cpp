@@ -2,6 +2,7 @@
 
 #include "chartview/rastelle_view.h"
 #include "chartview/selection_tool.h"
+#include "core/display_metrics.h"
 #include "overlays/track_section.h"
 
 CChartOverlayViews::CChartOverlayViews()
@@ -18,6 +19,14 @@ CChartOverlayViews::~CChartOverlayViews()
 bool CChartOverlayViews::PositionOf(const CRastelleView& view, const DblPoint& place, double& lat, double& lon) const
 {
     return view.PositionOf(place, lat, lon);
+}
+
+ZT_HWND CChartOverlayViews::HandleAt(const CRastelleView& view, const FPoint& screen) const
+{
+    ZT_HWND handle = view.hWnd();
+    handle.x = static_cast<double>(screen.x) / graphicsResolution;
+    handle.y = static_cast<double>(screen.y) / graphicsResolution;
+    return handle;
 }
 
 double CChartOverlayViews::DisplayedScale() const

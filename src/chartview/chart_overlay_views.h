@@ -9,6 +9,7 @@ public:
     ~CChartOverlayViews() override;
 
     bool PositionOf(const CRastelleView& view, const DblPoint& place, double& lat, double& lon) const override;
+    ZT_HWND HandleAt(const CRastelleView& view, const FPoint& screen) const override;
     double DisplayedScale() const override;
     void Select(CRastelleView& view, COverlayObject& object, const FPoint& screen, const DblPoint& place) override;
     void Deselect() override;
