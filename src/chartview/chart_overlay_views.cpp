@@ -2,6 +2,7 @@
 
 #include "chartview/rastelle_view.h"
 #include "chartview/selection_tool.h"
+#include "chartview/track_tool.h"
 #include "core/display_metrics.h"
 #include "overlays/track_section.h"
 
@@ -54,4 +55,11 @@ bool CChartOverlayViews::IsSelected(const COverlayTrack& track) const
     const COverlayTool* tool = COverlayTool::The();
     const CTrackSection* section = tool != nullptr ? tool->GetSelectedTrackSection() : nullptr;
     return section != nullptr && section->track == &track;
+}
+
+int CChartOverlayViews::SelectedPoint(const CTrackSection& section) const
+{
+    const COverlayTool* tool = COverlayTool::The();
+    if (tool == nullptr || tool->GetSelectedTrackSection() != &section) return -1;
+    return static_cast<const CTrackTool*>(tool)->Index();
 }

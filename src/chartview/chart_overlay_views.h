@@ -15,4 +15,5 @@ public:
     void Deselect() override;
     bool IsSelected(const COverlayObject& object) const override;
     bool IsSelected(const COverlayTrack& track) const override;
+    int SelectedPoint(const CTrackSection& section) const override;
 };
