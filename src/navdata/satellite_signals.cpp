@@ -2,6 +2,5 @@
 
 void CDataGPSSatelliteSignals::ClearTable()
 {
-    for (Satellite& satellite : table)
-        satellite = Satellite();
+    for (Satellite& satellite : table) satellite = Satellite();
 }

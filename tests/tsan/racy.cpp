@@ -28,10 +28,8 @@ protected:
         void ProcessJob() override
         {
             owner.arrived.fetch_add(1, std::memory_order_relaxed);
-            while (owner.arrived.load(std::memory_order_relaxed) < kWorkers)
-                std::this_thread::yield();
-            for (int step = 0; step < kSteps; ++step)
-                ++owner.unguarded;
+            while (owner.arrived.load(std::memory_order_relaxed) < kWorkers) std::this_thread::yield();
+            for (int step = 0; step < kSteps; ++step) ++owner.unguarded;
         }
 
     private:
