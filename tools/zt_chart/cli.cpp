@@ -7,30 +7,6 @@
 #include <QJsonDocument>
 #include <QLocale>
 
-int Fail(const std::string& message)
-{
-    std::fprintf(stderr, "zt-chart: %s\n", message.c_str());
-    return kFailed;
-}
-
-int WrongUse(const std::string& message)
-{
-    std::fprintf(stderr, "zt-chart: %s\nSee zt-chart --help.\n", message.c_str());
-    return kWrongUse;
-}
-
-bool ParseArguments(QCommandLineParser& parser, const QStringList& arguments, int least, int most)
-{
-    if (!parser.parse(QStringList{QStringLiteral("zt-chart")} + arguments)) {
-        WrongUse(parser.errorText().toStdString());
-        return false;
-    }
-    const auto count = parser.positionalArguments().size();
-    if (count >= least && count <= most) return true;
-    WrongUse(count < least ? "an argument is missing" : "too many arguments");
-    return false;
-}
-
 std::optional<std::vector<double>> ParseNumbers(const QString& text, std::size_t count)
 {
     std::vector<double> numbers;
