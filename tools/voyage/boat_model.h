@@ -24,7 +24,7 @@ struct CBoatState {
     CVelocity ground;        ///< knots over ground
     double wind_from = 0.0;  ///< degrees true, over ground
     double wind_speed = 0.0; ///< knots, over ground
-    double depth = 0.0;      ///< metres below the transducer
+    double depth = 12.0;     ///< metres below the transducer
     bool anchored = false;
 
     /// Apparent wind: knots, and degrees off the bow, 0 .. below 360.
