@@ -204,6 +204,8 @@ private:
     bool ToolIsActive() const;
     void NoteUse();
     void DragObject(double x, double y);
+    /// A finger that rests on the chart opens the menu of what lies there.
+    void WatchLongPress();
 
     // Painting and hits
     FRect DrawnRect(const FRect& window) const;
@@ -242,6 +244,8 @@ private:
     bool touch_down = false;
     bool dragging = false;
     bool touch_moved = false;
+    bool finger_down = false; ///< one finger, since press_time
+    double press_time = 0.0;  ///< GetTimeNow
     bool has_inertia = false;
     double pointer_x = 0.0;
     double pointer_y = 0.0;

@@ -15,6 +15,7 @@ constexpr double kTickSeconds = CHeartbeat::kTickMilliseconds / 1000.0;
 constexpr double kVelocityKept = 0.9; ///< per tick
 constexpr double kSlowest = 1.0;      ///< pixels per tick at which inertia ends
 constexpr double kEasePerTick = 0.25;
+constexpr double kLongPress = 0.8; ///< seconds that a finger rests for a menu
 
 double Square(double dx, double dy)
 {
@@ -52,6 +53,8 @@ void CRastelleView::onSingleTouchDown(double x, double y)
     NoteUse();
     touch_moved = false;
     drag_object = nullptr;
+    finger_down = true;
+    press_time = GetTimeNow();
     if (ToolIsActive() && IsHit(TheOverlayTool()->Selected(), x, y, graphicsTouchPrecisionSq)) {
         touch_down = true;
         SetPointer(x, y);
@@ -96,6 +99,7 @@ void CRastelleView::onSingleTouchUp()
 {
     dragging = false;
     touch_down = false;
+    finger_down = false;
     drag_object = nullptr;
     if (!touch_moved) onTap(pointer_x, pointer_y, graphicsTouchPrecisionSq);
 }
@@ -161,8 +165,17 @@ void CRastelleView::EaseStretch()
     smooth_scale += std::clamp(rest, -kEasePerTick, kEasePerTick);
 }
 
+void CRastelleView::WatchLongPress()
+{
+    if (!finger_down || touch_moved || GetTimeNow() - press_time < kLongPress) return;
+    finger_down = false;
+    drag_object = nullptr;
+    rightMouseDown(press_x, press_y);
+}
+
 void CRastelleView::onTimer()
 {
+    WatchLongPress();
     ++repaint_held; // one repaint at most for the whole tick
     if (!dragging && has_inertia) {
         velocity_x *= kVelocityKept;

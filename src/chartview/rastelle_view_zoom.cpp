@@ -5,6 +5,7 @@
 #include "core/user_data_changed.h"
 
 #include <cmath>
+#include <utility>
 
 // Step zoom, pinch and the change of charts by zooming.
 
@@ -134,7 +135,8 @@ void CRastelleView::ShowZoomHintIfAppropriate()
 void CRastelleView::onPinchBegin(double x, double y, double dist_sq)
 {
     onSingleTouchDown(x, y);
-    touch_moved = true; // a pinch never ends in a tap
+    if (std::exchange(drag_object, nullptr) != nullptr) TouchDown(x, y, true); // two fingers move the chart
+    touch_moved = true;                                                        // a pinch never ends in a tap
     pinch_start = PinchDistance(dist_sq);
     pinch_base_scale = 1.0;
 }

@@ -167,7 +167,7 @@ void CDVI_Rastelle_Window::onPressAndHold(int button, double mouse_x, double mou
 
 void CDVI_Rastelle_Window::onReleased(int button, double, double)
 {
-    forceActiveFocus();
+    // The press took the keyboard; if it opened a menu, that has it now.
     if (CRastelleView* const view = View()) view->onMouseUp(button == Qt::LeftButton);
 }
 

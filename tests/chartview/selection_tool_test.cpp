@@ -119,6 +119,42 @@ TEST_F(SelectionTool, AnUnselectedMarkIsNotDraggedByAFinger)
     EXPECT_NEAR(At(0.0, 0.0).x, before.x + 100.0, 1.5) << "the chart moves";
 }
 
+TEST_F(SelectionTool, TwoFingersOnTheMarkMoveTheChart)
+{
+    const COverlayMark& mark = AddMark("A", 0.0, 0.0);
+    Tap(At(0.0, 0.0));
+    const DblPoint before = At(0.0, 0.0);
+    view->onPinchBegin(before.x, before.y, 10000.0);
+    for (int i = 1; i <= 10; ++i) view->onPinchMove(before.x + 10.0 * i, before.y, 10000.0);
+    view->onPinchEnd();
+    EXPECT_EQ(mark.lon, 0.0);
+    EXPECT_GT(At(0.0, 0.0).x, before.x + 50.0);
+}
+
+TEST_F(SelectionTool, AFingerThatRestsOpensTheMenuOnce)
+{
+    struct CMenuCounter : IViewServices {
+        void ShowContextMenu(CRastelleView&, double, double) override { ++shown; }
+        int shown = 0;
+    } menus;
+    SetViewServices(&menus);
+    view->onSingleTouchDown(400.0, 300.0);
+    test_now += 0.5;
+    view->onTimer();
+    EXPECT_EQ(menus.shown, 0);
+    test_now += 0.5;
+    Ticks(3);
+    EXPECT_EQ(menus.shown, 1);
+    view->onSingleTouchUp();
+    view->onSingleTouchDown(400.0, 300.0);
+    view->onSingleTouchMove(480.0, 300.0);
+    test_now += 2.0;
+    Ticks(3);
+    EXPECT_EQ(menus.shown, 1) << "a finger that moves drags";
+    view->onSingleTouchUp();
+    SetViewServices(nullptr);
+}
+
 TEST_F(SelectionTool, LabelsSayWhereFrom)
 {
     g_mark_manager.CreateNewRoute(ZT_HWND());
