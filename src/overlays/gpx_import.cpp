@@ -173,21 +173,20 @@ void CGPXImport::ReadTrack(CXMLnode node)
     g_track_manager.SetModified();
 }
 
-bool Import(const std::string& path, const std::string& category, CBounds& bounds)
-{
-    CXMLdocument document;
-    if (!document.ParseFile(path) || !document.Root().Is("gpx")) return false;
-    return CGPXImport(category, bounds).Read(document);
-}
-
 } // namespace
 
-bool ImportGPXFile(const std::string& path, CBounds& bounds)
+bool ImportGPXDocument(const CXMLdocument& document, const std::string& category, CBounds& bounds)
 {
-    return Import(path, {}, bounds);
+    return document.Root().Is("gpx") && CGPXImport(category, bounds).Read(document);
 }
 
 bool ImportGPXFileIntoCategory(const std::string& path, const std::string& category, CBounds& bounds)
 {
-    return Import(path, category, bounds);
+    CXMLdocument document;
+    return document.ParseFile(path) && ImportGPXDocument(document, category, bounds);
+}
+
+bool ImportGPXFile(const std::string& path, CBounds& bounds)
+{
+    return ImportGPXFileIntoCategory(path, {}, bounds);
 }
