@@ -9,7 +9,7 @@ struct CLineAppearance;
 /// Seconds since 1970 of "2026-06-14T09:30:00Z", with or without a fraction and an offset ("+02:00"); without an offset
 /// it is UTC. 0 for what is no time.
 double parse_time(std::string_view text);
-/// Appends "2026-06-14T09:30:00Z", UTC, fractions of a second dropped.
+/// Appends "2026-06-14T09:30:00Z", UTC, fractions of a second dropped. Main thread only.
 void format_time(double seconds, std::string& out);
 /// Appends a number with ten decimals, rounded as printf does, for magnitudes below 1e6; 0 for others.
 void append_ten_decimals(std::string& out, double number);

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cmath>
+#include <cstring>
 
 #include <cstdint>
 
@@ -43,14 +44,51 @@ int Offset(std::string_view text)
     return sign * (std::max(hours, 0) * 3600 + std::max(minutes, 0) * 60);
 }
 
-void AppendDigits(std::string& out, std::uint64_t value, int digits)
+constexpr std::array<char, 200> MakePairs()
 {
-    char buffer[20];
-    for (int i = digits - 1; i >= 0; --i) {
-        buffer[i] = static_cast<char>('0' + value % 10);
-        value /= 10;
+    std::array<char, 200> pairs{};
+    for (std::size_t i = 0; i < 100; ++i) {
+        pairs[2 * i] = static_cast<char>('0' + i / 10);
+        pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
     }
-    out.append(buffer, static_cast<std::size_t>(digits));
+    return pairs;
+}
+
+constexpr std::array<char, 200> kPairs = MakePairs(); ///< "00" to "99"
+
+/// Writes exactly `digits` digits, two at a time from the end, and gives what follows them.
+char* PutDigits(char* to, std::uint64_t value, int digits)
+{
+    char* const end = to + digits;
+    char* at = end;
+    for (; digits >= 2; digits -= 2) {
+        const char* pair = kPairs.data() + 2 * (value % 100);
+        value /= 100;
+        *--at = pair[1];
+        *--at = pair[0];
+    }
+    if (digits == 1) *--at = static_cast<char>('0' + value % 10);
+    return end;
+}
+
+int DigitsOf(std::uint64_t value)
+{
+    int digits = 1;
+    for (; value >= 10; value /= 10) ++digits;
+    return digits;
+}
+
+constexpr int kDateLength = 11; ///< of "2026-06-14T"
+
+void PutDate(char* to, long days)
+{
+    const std::chrono::year_month_day date{std::chrono::sys_days{std::chrono::days{days}}};
+    to = PutDigits(to, static_cast<std::uint64_t>(static_cast<int>(date.year())), 4);
+    *to++ = '-';
+    to = PutDigits(to, static_cast<unsigned>(date.month()), 2);
+    *to++ = '-';
+    to = PutDigits(to, static_cast<unsigned>(date.day()), 2);
+    *to = 'T';
 }
 
 } // namespace
@@ -85,20 +123,23 @@ void format_time(double seconds, std::string& out)
 {
     constexpr double kLatest = 253402300799.0; // the end of the year 9999
     const auto whole = static_cast<long>(std::floor(seconds >= 0.0 && seconds <= kLatest ? seconds : 0.0));
-    const std::chrono::year_month_day date{std::chrono::sys_days{std::chrono::days{whole / kSecondsPerDay}}};
+    // The points of a track mostly share a day.
+    static long last_day = -1;
+    static char last_date[kDateLength];
+    if (whole / kSecondsPerDay != last_day) {
+        last_day = whole / kSecondsPerDay;
+        PutDate(last_date, last_day);
+    }
+    char text[kDateLength + 9];
+    std::memcpy(text, last_date, kDateLength);
     const auto of_day = static_cast<std::uint64_t>(whole % kSecondsPerDay);
-    AppendDigits(out, static_cast<std::uint64_t>(static_cast<int>(date.year())), 4);
-    out += '-';
-    AppendDigits(out, static_cast<unsigned>(date.month()), 2);
-    out += '-';
-    AppendDigits(out, static_cast<unsigned>(date.day()), 2);
-    out += 'T';
-    AppendDigits(out, of_day / 3600, 2);
-    out += ':';
-    AppendDigits(out, of_day / 60 % 60, 2);
-    out += ':';
-    AppendDigits(out, of_day % 60, 2);
-    out += 'Z';
+    char* to = PutDigits(text + kDateLength, of_day / 3600, 2);
+    *to++ = ':';
+    to = PutDigits(to, of_day / 60 % 60, 2);
+    *to++ = ':';
+    to = PutDigits(to, of_day % 60, 2);
+    *to++ = 'Z';
+    out.append(text, static_cast<std::size_t>(to - text));
 }
 
 void append_ten_decimals(std::string& out, double number)
@@ -120,18 +161,14 @@ void append_ten_decimals(std::string& out, double number)
         scaled = static_cast<std::uint64_t>(product >> shift);
         if (rest > half || (rest == half && (scaled & 1) != 0)) ++scaled;
     }
-    if (std::signbit(number)) out += '-';
+    char text[24];
+    char* to = text;
+    if (std::signbit(number)) *to++ = '-';
     const std::uint64_t whole = scaled / kScale;
-    AppendDigits(out, whole,
-                 whole < 10        ? 1
-                 : whole < 100     ? 2
-                 : whole < 1000    ? 3
-                 : whole < 10000   ? 4
-                 : whole < 100000  ? 5
-                 : whole < 1000000 ? 6
-                                   : 7);
-    out += '.';
-    AppendDigits(out, scaled % kScale, 10);
+    to = PutDigits(to, whole, DigitsOf(whole));
+    *to++ = '.';
+    to = PutDigits(to, scaled % kScale, 10);
+    out.append(text, static_cast<std::size_t>(to - text));
 }
 
 const char* gpx_line_style(int style)
