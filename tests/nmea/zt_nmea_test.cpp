@@ -7,6 +7,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QRegularExpression>
 #include <gtest/gtest.h>
 
@@ -24,7 +25,14 @@ constexpr int kPatience = 30000; // milliseconds
 /// A zt-nmea of this build.
 class CTool {
 public:
-    explicit CTool(const QStringList& arguments) { process.start(kTool, arguments); }
+    explicit CTool(const QStringList& arguments)
+    {
+        // The system's messages in English, whatever the locale of the numbers.
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("LANGUAGE", "en");
+        process.setProcessEnvironment(environment);
+        process.start(kTool, arguments);
+    }
     ~CTool()
     {
         process.kill();
