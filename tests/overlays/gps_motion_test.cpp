@@ -1,3 +1,4 @@
+#include "navdata/units.h"
 #include "overlays/gps_own_ship.h"
 #include "support/allocation_counter.h"
 
@@ -273,6 +274,8 @@ TEST_F(OwnShipMotion, AStreamOfPositionsAllocatesNothing)
     CMappingView view;
     CChangeLog changes(ship);
     changes.log.reserve(100000);
+    // The magnetic variation is computed anew a degree from its last place: here, not on the way.
+    CUnits::Default->SetBearingLocation(ship.latitude - 5.0, ship.longitude, voyage.now);
     voyage.Sail(90.0F, 5.0F, 10);
     const CAllocationCounter allocations;
     voyage.Sail(90.0F, 5.0F, 5000);
