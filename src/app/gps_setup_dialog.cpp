@@ -7,6 +7,7 @@
 #include "navdata/unit_tables.h"
 #include "navdata/units.h"
 #include "nmea/data_connection.h"
+#include "overlays/dialogs/edit_syncable_dialog.h"
 #include "overlays/gps_position.h"
 
 #include <algorithm>
@@ -40,12 +41,6 @@ std::optional<float> ReadNumber(const QString& text, double most)
     const auto number = ParseDouble(QString(text).replace(u',', u'.').toStdString());
     if (!number || !(*number > 0.0) || *number > most) return std::nullopt;
     return static_cast<float>(*number);
-}
-
-GraphicsColor ToGraphicsColor(const QColor& colour)
-{
-    const auto part = [](int value) { return static_cast<float>(value) / 255.0F; };
-    return {part(colour.red()), part(colour.green()), part(colour.blue()), part(colour.alpha())};
 }
 
 } // namespace
