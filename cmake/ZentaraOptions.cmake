@@ -23,6 +23,11 @@ endif()
 target_compile_definitions(zt_options INTERFACE QT_NO_FOREACH
     ZT_VERSION="${PROJECT_VERSION}")
 
+# Compiles the target's sources in batches, each one file to the compiler: file-local names are unique in a target.
+function(zt_unity target)
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ${ZT_UNITY} UNITY_BUILD_BATCH_SIZE 16)
+endfunction()
+
 if(ZT_SANITIZE)
     add_compile_options(-fsanitize=${ZT_SANITIZE} -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${ZT_SANITIZE})

@@ -2,6 +2,7 @@
 
 #include "chartview/rastelle_view.h"
 #include "core/display_metrics.h"
+#include "core/nautical_mile.h"
 #include "navdata/units.h"
 #include "overlays/overlay_track.h"
 
@@ -11,9 +12,9 @@
 
 namespace {
 
-constexpr double kMetresPerSecond = 3600.0 / 1852.0; ///< knots
-constexpr double kMarker = 7.0;                      ///< logical pixels
-constexpr double kFar = 1e100;                       ///< squared metres
+constexpr double kMetresPerSecond = 3600.0 / kMetresPerNauticalMile; ///< knots
+constexpr double kMarker = 7.0;                                      ///< logical pixels
+constexpr double kFar = 1e100;                                       ///< squared metres
 
 } // namespace
 

@@ -1,4 +1,5 @@
 #include "core/simple_grid.h"
+#include "core/nautical_mile.h"
 
 #include <algorithm>
 #include <cmath>
@@ -6,7 +7,7 @@
 
 namespace {
 
-constexpr double kMetresPerDegree = 60.0 * 1852.0;
+constexpr double kMetresPerDegree = 60.0 * kMetresPerNauticalMile;
 constexpr double kRadiansPerDegree = std::numbers::pi / 180.0;
 /// The least scale of an origin: at a pole the meridians meet, and a division by their spacing would not be finite.
 constexpr double kLeastScale = 1e-9;

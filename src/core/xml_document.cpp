@@ -28,7 +28,7 @@ bool SameName(std::string_view a, std::string_view b)
     return true;
 }
 
-std::string_view Trimmed(std::string_view text)
+std::string_view WithoutBlanks(std::string_view text)
 {
     const std::size_t first = text.find_first_not_of(kBlanks);
     if (first == std::string_view::npos) return {};
@@ -40,7 +40,7 @@ bool NextAttribute(std::string_view& rest, std::string_view& name, std::string_v
 {
     const std::size_t equals = rest.find('=');
     if (equals == std::string_view::npos) return false;
-    name = Trimmed(rest.substr(0, equals));
+    name = WithoutBlanks(rest.substr(0, equals));
     rest.remove_prefix(equals + 1);
     const std::size_t open = rest.find_first_not_of(kBlanks);
     if (open == std::string_view::npos || (rest[open] != '"' && rest[open] != '\'')) return false;
@@ -153,7 +153,7 @@ std::string_view CXMLnode::PlainContents() const
     const CXMLdocument::Node& node = document->nodes[index];
     if (!node.plain) return {};
     const std::string_view all(document->text.data() + node.contents, node.contents_length);
-    return all.find('&') == std::string_view::npos ? Trimmed(all) : std::string_view();
+    return all.find('&') == std::string_view::npos ? WithoutBlanks(all) : std::string_view();
 }
 
 std::string CXMLnode::GetContents() const
@@ -188,7 +188,7 @@ std::string CXMLnode::GetContents() const
         }
         rest.remove_prefix(behind);
     }
-    return std::string(Trimmed(out));
+    return std::string(WithoutBlanks(out));
 }
 
 bool CXMLnode::FindChildGetContents(std::string_view name, std::string& out) const

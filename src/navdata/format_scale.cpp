@@ -1,3 +1,4 @@
+#include "core/nautical_mile.h"
 #include "core/text.h"
 #include "navdata/unit_tables.h"
 #include "navdata/units.h"
@@ -7,7 +8,6 @@
 
 namespace {
 
-constexpr double kMetresPerNauticalMile = 1852.0;
 /// Below this many of the main unit the small one is used.
 constexpr double kSmallestOfMainUnit = 0.1;
 /// Below this "%.3g" would turn to exponents.

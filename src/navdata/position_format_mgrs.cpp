@@ -9,7 +9,7 @@
 namespace {
 
 constexpr int kMetrePrecision = 5;
-constexpr std::size_t kLongestText = 100;
+constexpr std::size_t kLongestReference = 100;
 
 /// The military grid, to a metre: "32UNF6419285021".
 class CUnitsMGRS : public CUnits::PositionFormatType {
@@ -34,7 +34,7 @@ public:
     /// References to 10 km or finer; the position is the middle of the square.
     bool scan(const char* text, double& lat, double& lon) const override
     {
-        if (text == nullptr || strnlen(text, kLongestText) == kLongestText) return false;
+        if (text == nullptr || strnlen(text, kLongestReference) == kLongestReference) return false;
         std::string reference = text;
         std::erase_if(reference, [](char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; });
         try {

@@ -1,5 +1,6 @@
 #include "nmea/instrument_sentences.h"
 
+#include "core/nautical_mile.h"
 #include "nmea/nmea_sentence_type.h"
 
 namespace CNMEA_Instruments {
@@ -53,7 +54,6 @@ namespace {
 /// A speed in the unit that the letter tells, in knots.
 double ToKnots(double speed, char unit)
 {
-    constexpr double kMetresPerNauticalMile = 1852.0;
     constexpr double kMilesPerNauticalMile = 1.1507794857025146;
     constexpr double kNauticalMilesPerKilometre = 0.53995680809021;
     switch (unit) {

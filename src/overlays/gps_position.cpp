@@ -1,6 +1,7 @@
 #include "overlays/gps_position.h"
 
 #include "core/folders.h"
+#include "core/nautical_mile.h"
 #include "navdata/units.h"
 
 #include <algorithm>
@@ -21,7 +22,6 @@ constexpr float kCoarseAccuracy = 15.0F;
 constexpr double kAveragesPerSpan = 10.0;
 constexpr double kHistorySpans = 1.5;
 constexpr float kJumpSpeed = 200.0F; ///< knots; a position that jumped
-constexpr double kMetresPerNauticalMile = 1852.0;
 constexpr double kSecondsPerHour = 3600.0;
 
 // Odometer

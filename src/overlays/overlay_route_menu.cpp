@@ -5,21 +5,6 @@
 #include "overlays/overlay_route.h"
 #include "overlays/overlay_views.h"
 
-namespace {
-
-/// Pixels on the screen within which two routes can be joined.
-constexpr double kJoinPixels = 20.0;
-constexpr double kMetresPerNauticalMile = 1852.0;
-
-/// Squared metres at the scale that is shown.
-double JoinDistanceSquared()
-{
-    const double metres = kJoinPixels * kMetresPerNauticalMile * TheOverlayViews().DisplayedScale();
-    return metres * metres;
-}
-
-} // namespace
-
 void COverlayRoute::onMenuDown(ZT_HWND parent)
 {
     CMenuTree menu(name);
@@ -69,7 +54,7 @@ void COverlayRoute::addJoinMenu(CMenuTree& menu, COverlayMark& waypoint)
     const CMarkManager& manager = g_mark_manager;
     if (&waypoint == waypoints.back()) {
         const COverlayRoute* next =
-            manager.FindRouteStartingAt(waypoint.lat, waypoint.lon, JoinDistanceSquared(), this);
+            manager.FindRouteStartingAt(waypoint.lat, waypoint.lon, JoinDistance() * JoinDistance(), this);
         if (next != nullptr) {
             AddObjectEntry(menu, "Join Route", *this,
                            [reference = CObjectRef<COverlayRoute>(*next)](COverlayRoute& route) {
@@ -79,7 +64,8 @@ void COverlayRoute::addJoinMenu(CMenuTree& menu, COverlayMark& waypoint)
         }
     }
     if (&waypoint != waypoints.front()) return;
-    COverlayRoute* const before = manager.FindRouteEndingAt(waypoint.lat, waypoint.lon, JoinDistanceSquared(), this);
+    COverlayRoute* const before =
+        manager.FindRouteEndingAt(waypoint.lat, waypoint.lon, JoinDistance() * JoinDistance(), this);
     if (before == nullptr) return;
     AddObjectEntry(menu, "Join Route", *before, [reference = CObjectRef<COverlayRoute>(*this)](COverlayRoute& route) {
         route.JoinRoute(reference.get());

@@ -9,9 +9,6 @@
 
 namespace {
 
-constexpr double kJoinPixels = 20.0; ///< on the screen, between the ends of two tracks that may be joined
-constexpr double kMetresPerNauticalMile = 1852.0;
-
 /// A track that may have gone by the time that a menu or question is answered.
 class CTrackRef {
 public:
@@ -75,7 +72,7 @@ void COverlayTrack::AddJoinMenus(CMenuTree& menu)
     const CTrackPoint* const start = FirstPoint();
     const CTrackPoint* const end = LastPoint();
     if (start == nullptr) return;
-    const double radius = kJoinPixels * kMetresPerNauticalMile * TheOverlayViews().DisplayedScale();
+    const double radius = JoinDistance();
     const auto add = [&](COverlayTrack* first, COverlayTrack* second) {
         if (first == nullptr || second == nullptr) return;
         AddTrackEntry(menu, "Join Track", *first, [reference = CTrackRef(*second)](COverlayTrack& track) {

@@ -1,6 +1,10 @@
 #include "overlays/overlay_views.h"
 
+#include "core/nautical_mile.h"
+
 namespace {
+
+constexpr double kJoinPixels = 20.0; ///< on the screen
 
 IOverlayViews no_views;
 IOverlayViews* views_in_force = nullptr;
@@ -15,4 +19,9 @@ IOverlayViews& TheOverlayViews()
 void SetOverlayViews(IOverlayViews* views)
 {
     views_in_force = views;
+}
+
+double JoinDistance()
+{
+    return kJoinPixels * kMetresPerNauticalMile * TheOverlayViews().DisplayedScale();
 }

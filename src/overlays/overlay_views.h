@@ -34,3 +34,6 @@ struct IOverlayViews {
 IOverlayViews& TheOverlayViews();
 /// Null brings back the one that does nothing.
 void SetOverlayViews(IOverlayViews* views);
+
+/// Metres on the ground, at the scale that is shown, within which the ends of two routes or tracks can be joined.
+double JoinDistance();

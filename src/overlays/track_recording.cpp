@@ -27,8 +27,8 @@ bool IsUsable(const CDataGPSPosition& position)
 
 CTrackPoint PointOf(const CDataGPSPosition& position)
 {
-    constexpr float kNoAltitude = -99999.0F;
-    const bool has_altitude = std::isfinite(position.altitude) && position.altitude > kNoAltitude;
+    constexpr float kAltitudeUnknown = -99999.0F;
+    const bool has_altitude = std::isfinite(position.altitude) && position.altitude > kAltitudeUnknown;
     return {position.latitude, position.longitude, position.time, has_altitude ? position.altitude : 0.0F};
 }
 

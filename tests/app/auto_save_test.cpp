@@ -2,6 +2,7 @@
 #include "chartview/view_settings.h"
 #include "core/files.h"
 #include "core/persistant_data.h"
+#include "support/patience.h"
 #include "support/temporary_root.h"
 
 #include <QTest>
@@ -10,7 +11,6 @@
 
 namespace {
 
-constexpr int kPatience_ms = 10000;
 constexpr int kNever_ms = 1000000;
 
 class AutoSave : public testing::Test {

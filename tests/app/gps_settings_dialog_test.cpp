@@ -7,6 +7,7 @@
 #include "navdata/units.h"
 #include "nmea/data_connection.h"
 #include "overlays/gps_position.h"
+#include "support/patience.h"
 #include "support/temporary_root.h"
 
 #include <algorithm>
@@ -22,7 +23,6 @@
 
 namespace {
 
-constexpr int kPatience_ms = 10000;
 using Ship = COverlayGPSPosition;
 
 struct CQuietConnection : CDataConnection {

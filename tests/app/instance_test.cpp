@@ -1,3 +1,4 @@
+#include "support/patience.h"
 #include "support/temporary_root.h"
 
 #include <csignal>
@@ -11,8 +12,6 @@
 #include <gtest/gtest.h>
 
 namespace {
-
-constexpr int kPatience_ms = 30000;
 
 /// The real program in a world of its own.
 class CProgram {

@@ -5,6 +5,7 @@
 #include "app/zentara_app_model.h"
 #include "chart/chart_list.h"
 #include "core/persistant_data.h"
+#include "support/patience.h"
 #include "support/temporary_root.h"
 #include "ui/done_button.h"
 
@@ -23,8 +24,6 @@
 #include <gtest/gtest.h>
 
 namespace {
-
-constexpr int kPatience_ms = 10000;
 
 void RegisterOnce()
 {

@@ -1,3 +1,4 @@
+#include "support/patience.h"
 #include "view_fixture.h"
 
 #include "chartview/qml_register_chartview.h"
@@ -16,7 +17,6 @@
 namespace {
 
 using Ship = COverlayGPSPosition;
-constexpr int kPatience_ms = 10000;
 
 struct CAreaHost : IViewHost {
     void InvalidateView() override { ++whole; }

@@ -1,3 +1,4 @@
+#include "support/patience.h"
 #include "view_fixture.h"
 
 #include "chartview/map_item.h"
@@ -19,8 +20,6 @@
 #include <QTest>
 
 namespace {
-
-constexpr int kPatience_ms = 10000;
 
 struct TestContext : IUiContext {
     QQmlEngine* Engine() override { return engine; }

@@ -11,7 +11,7 @@ namespace {
 
 constexpr double kCellWidth = 2200.0; // pixels of the part of a chart that gets one rose
 constexpr double kCellHeight = 1700.0;
-constexpr double kMargin = 22.0;
+constexpr double kRoseMargin = 22.0;
 
 QPointF OnCircle(double radius, double bearing)
 {
@@ -85,7 +85,7 @@ std::optional<QPointF> FindPlace(const QRectF& cell, double radius, const CLandM
     constexpr double kGrid = 40.0;
     std::optional<QPointF> best;
     double best_distance = 1e300;
-    const double reach = radius + kMargin;
+    const double reach = radius + kRoseMargin;
     for (double y = cell.top(); y < cell.bottom(); y += kGrid) {
         for (double x = cell.left(); x < cell.right(); x += kGrid) {
             const double distance = std::hypot(x - cell.center().x(), y - cell.center().y());

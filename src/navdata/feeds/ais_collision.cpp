@@ -9,9 +9,8 @@
 
 namespace {
 
-constexpr float kStoppedSpeed = 0.1F;          ///< knots
-constexpr float kManOverboardRange = 10000.0F; ///< metres
-constexpr double kMetresPerSecondPerKnot = 0.5144445;
+constexpr float kStoppedSpeed = 0.1F;            ///< knots
+constexpr float kManOverboardRange = 10000.0F;   ///< metres
 constexpr double kLeastRelativeVelocity2 = 1e-6; ///< (metres a second) squared
 constexpr float kCollisionCourse = 0.0001F;      ///< metres; the CPA of a ship whose length covers the distance
 constexpr QRgb kAlarmColour = 0xFFFF0000;

@@ -11,7 +11,6 @@ namespace {
 constexpr int kAgeingTicks = 1200;
 constexpr double kLostSeconds = 366.0;
 constexpr double kRemovedSeconds = 600.0;
-constexpr double kMetresPerSecondPerKnot = 0.5144445;
 
 } // namespace
 

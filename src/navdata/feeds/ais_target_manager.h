@@ -24,6 +24,8 @@ public:
 
     static CAISTargetManager the_manager;
 
+    static constexpr double kMetresPerSecondPerKnot = 0.5144445; ///< in every sum of courses and times
+
     /// More are not kept: the one silent for longest goes first, but none that is alarmed.
     static constexpr std::size_t kMostTargets = 20'000;
     /// Marks that are made in one day, UTC, for persons overboard.

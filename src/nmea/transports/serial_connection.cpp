@@ -25,15 +25,14 @@ public:
 
 namespace {
 
-constexpr int kEveryTick = 1;
 constexpr int kPortBufferSize = 10000;
-constexpr int kLinesPerRead = 100; ///< what a tick takes of sentences that somebody listens for
+constexpr int kLinesPerTick = 100; ///< what a tick takes of sentences that somebody listens for
 
 CSerialConnection::Persistant serial_persistor;
 
 } // namespace
 
-CSerialConnection::CSerialConnection() : Counter(kEveryTick)
+CSerialConnection::CSerialConnection() : Counter(1)
 {
     debuggable = true;
     Setup(last_device, last_baud);
@@ -132,7 +131,7 @@ void CSerialConnection::ReadLines()
     while (read_position < read_end || RefillBuffer()) {
         const CLineAssembler::Result result = assembler.Add(read_buffer[read_position++], *this);
         if (result == CLineAssembler::kOverflow) return;
-        if (result == CLineAssembler::kLineTaken && ++taken == kLinesPerRead) {
+        if (result == CLineAssembler::kLineTaken && ++taken == kLinesPerTick) {
             read_position = read_end = 0;
             DebugLog("Error: too many sentences - discarding the input buffer");
             return;

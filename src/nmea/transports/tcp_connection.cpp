@@ -33,9 +33,8 @@ public:
 
 namespace {
 
-constexpr int kEveryTick = 1;
 constexpr int kSocketBufferSize = 4000;
-constexpr int kLinesPerRead = 200;
+constexpr int kLinesPerTurn = 200;
 
 CTCPIPConnection::Persistant tcp_persistor;
 
@@ -54,7 +53,7 @@ void NoticeDeadServer(int handle)
 
 } // namespace
 
-CTCPIPConnection::CTCPIPConnection() : Counter(kEveryTick), options(last_options), required_network(last_network)
+CTCPIPConnection::CTCPIPConnection() : Counter(1), options(last_options), required_network(last_network)
 {
     debuggable = true;
     socket.setReadBufferSize(kSocketBufferSize);
@@ -179,7 +178,7 @@ void CTCPIPConnection::ReadLines()
         if (result == CLineAssembler::kLineOpen) continue;
         if (result == CLineAssembler::kOverflow) return;
         pause.Worked();
-        if (++lines < kLinesPerRead) continue;
+        if (++lines < kLinesPerTurn) continue;
         DiscardInput();
         return;
     }

@@ -1,5 +1,6 @@
 #include "overlays/dialogs/edit_line_dialog.h"
 
+#include "core/nautical_mile.h"
 #include "navdata/units.h"
 #include "overlays/dialogs/icon_dialog.h"
 #include "overlays/dialogs/line_appearance_dialog.h"
@@ -10,7 +11,7 @@
 
 namespace {
 
-constexpr double kKnots = 3600.0 / 1852.0; ///< in a metre per second
+constexpr double kKnots = 3600.0 / kMetresPerNauticalMile; ///< in a metre per second
 
 QString Figure(const char* label, const std::string& value)
 {
