@@ -1,7 +1,7 @@
 #include "chart/huffman_table.h"
 
+#include "chart/huffman_leaves.h"
 #include "chart/instruction_set.h"
-#include "chart/plain_decoder.h"
 #include "chart/target_attributes.h"
 
 #include <algorithm>
@@ -11,27 +11,8 @@ namespace {
 
 constexpr int kBits = HuffmanTable::kBits;
 constexpr unsigned kSize = HuffmanTable::kSize;
-constexpr int kLongBits = HuffmanTable::kLongBits;
 constexpr unsigned kLongSize = HuffmanTable::kLongSize;
-constexpr int kDeepest = kBits + kLongBits;
-
-/// In pre-order the leaves no deeper than kBits and the branches at that depth cover the codes, taken with the first
-/// decision as the highest bit, in ascending order; gaps between them belong to damaged nodes.
-struct Leaf {
-    int length;              ///< decisions that lead here
-    std::uint8_t first_code; ///< of kBits bits
-    std::uint8_t pixel;
-};
-
-struct Twigs {
-    std::array<Leaf, kSize> leaves;
-    std::array<std::uint8_t, kSize> branches; ///< the codes that are longer than kBits
-    unsigned leaf_count = 0;
-    unsigned branch_count = 0;
-    int shortest = kBits;   ///< leaf
-    int highest = 0;        ///< pixel
-    bool all_leaves = true; ///< none is damaged or deeper than the tables reach
-};
+using Leaf = HuffmanLeaves::Leaf;
 
 constexpr std::array<std::uint8_t, kSize> MakeReversal()
 {
@@ -43,52 +24,6 @@ constexpr std::array<std::uint8_t, kSize> MakeReversal()
     return reversed;
 }
 constexpr auto kReversed = MakeReversal();
-
-/// Fills the part of the newest branch's entries that starts with the low kLongBits bits of `code`; `entry` is 0 for a
-/// node that is not resolved.
-void FillLong(HuffmanTable& table, const Twigs& twigs, unsigned code, int depth, unsigned entry)
-{
-    std::uint16_t* const entries = &table.long_codes[twigs.branch_count * kLongSize];
-    const unsigned first = kReversed[code % kLongSize << (kBits - kLongBits)];
-    for (unsigned i = first; i < kLongSize; i += 1U << (depth - kBits)) entries[i] = static_cast<std::uint16_t>(entry);
-}
-
-/// Lists the twigs of a tree by following its links, whatever they are, and fills the entries of long codes.
-void ListTwigs(std::span<const std::uint8_t> tree, Twigs& twigs, HuffmanTable& table)
-{
-    struct Pending {
-        std::size_t node;
-        int depth;
-    };
-    std::array<Pending, kDeepest + 1> pending; // right children of the path to the node in hand
-    int pending_count = 0;
-    Pending at{0, 0};
-    unsigned code = 0; // of kDeepest bits
-    for (;;) {
-        const HuffmanNode node = HuffmanNodeAt(tree, at.node);
-        if (node.kind == HuffmanNode::Kind::branch && at.depth < kDeepest) {
-            if (at.depth == kBits) twigs.branches[twigs.branch_count++] = static_cast<std::uint8_t>(code >> kLongBits);
-            pending[static_cast<std::size_t>(pending_count++)] = {node.right, at.depth + 1};
-            at = {node.left, at.depth + 1};
-            continue;
-        }
-        const bool is_leaf = node.kind == HuffmanNode::Kind::leaf;
-        if (at.depth > kBits) {
-            FillLong(table, twigs, code, at.depth, is_leaf ? static_cast<unsigned>(at.depth | node.pixel << 8) : 0U);
-        } else if (is_leaf) {
-            const Leaf leaf{at.depth, static_cast<std::uint8_t>(code >> kLongBits), node.pixel};
-            twigs.leaves[twigs.leaf_count++] = leaf;
-            twigs.shortest = std::min(twigs.shortest, at.depth);
-        }
-        if (is_leaf)
-            twigs.highest = std::max<int>(twigs.highest, node.pixel);
-        else
-            twigs.all_leaves = false;
-        code += 1U << (kDeepest - at.depth);
-        if (pending_count == 0) return;
-        at = pending[static_cast<std::size_t>(--pending_count)];
-    }
-}
 
 /// Room behind the last entry for the vector that copies it.
 constexpr unsigned kSlack = 16;
@@ -125,7 +60,7 @@ ZT_ALWAYS_INLINE void FillFromLeaf(Staircase& stairs, unsigned at, const Leaf& l
     }
 }
 
-/// The entries that no leaf covers.
+/// The entries that no leaf covers, because their codes are longer.
 ZT_ALWAYS_INLINE void FillGap(Staircase& stairs, unsigned begin, unsigned end)
 {
     constexpr vector_of_steps kNone{};
@@ -148,20 +83,24 @@ ZT_ALWAYS_INLINE void FillStep(Staircase& stairs, std::span<const Leaf> leaves, 
     FillGap(stairs, reached, 2 * begin);
 }
 
-ZT_ALWAYS_INLINE void Build(const Twigs& twigs, HuffmanTable& table)
+ZT_ALWAYS_INLINE bool Build(std::span<const std::uint8_t> tree, HuffmanTable& table)
 {
-    const std::span leaves = std::span(twigs.leaves).first(twigs.leaf_count);
+    HuffmanLeaves list;
+    if (!list.List(tree, table.long_codes)) return false;
+    table.note = {static_cast<int>(list.highest) + 1, -1};
+    table.bits_begin = list.bits_begin;
+    const std::span leaves = std::span(list.leaves).first(list.leaf_count);
     Staircase stairs;
     stairs.steps[1] = 0;
     stairs.pixels[1] = 0;
     // Only what is left behind the shortest code is ever asked for, and only codes that fit there are found in it.
-    const int most_left = kBits - twigs.shortest;
+    const int most_left = kBits - static_cast<int>(list.shortest);
     std::array<Leaf, kSize> short_leaves;
     const auto short_end = std::copy_if(leaves.begin(), leaves.end(), short_leaves.begin(),
                                         [most_left](const Leaf& leaf) { return leaf.length <= most_left; });
     for (int bits = 1; bits <= most_left; ++bits) FillStep(stairs, {short_leaves.begin(), short_end}, bits);
     FillStep(stairs, leaves, kBits);
-    for (unsigned i = 0; i < twigs.branch_count; ++i) stairs.pixels[kSize + twigs.branches[i]] = (1 + i) * kLongSize;
+    for (unsigned i = 1; i <= list.branch_count; ++i) stairs.pixels[kSize + list.branches[i]] = i * kLongSize;
     for (unsigned high = 0; high < kSize; high += 16) {
         std::uint16_t* const steps = &table.steps[kReversed[high]];
         std::uint64_t* const pixels = &table.pixels[kReversed[high]];
@@ -171,30 +110,26 @@ ZT_ALWAYS_INLINE void Build(const Twigs& twigs, HuffmanTable& table)
             pixels[kReversed[low]] = stairs.pixels[kSize + high + low];
         }
     }
+    return true;
 }
 
-void BuildPortable(const Twigs& twigs, HuffmanTable& table)
+bool BuildPortable(std::span<const std::uint8_t> tree, HuffmanTable& table)
 {
-    Build(twigs, table);
+    return Build(tree, table);
 }
 #ifdef ZT_AVX2
-ZT_AVX2 void BuildAvx2(const Twigs& twigs, HuffmanTable& table)
+ZT_AVX2 bool BuildAvx2(std::span<const std::uint8_t> tree, HuffmanTable& table)
 {
-    Build(twigs, table);
+    return Build(tree, table);
 }
 #endif
 
 } // namespace
 
-void BuildHuffmanTable(std::span<const std::uint8_t> tree, HuffmanTable& table)
+bool BuildHuffmanTable(std::span<const std::uint8_t> tree, HuffmanTable& table)
 {
-    Twigs twigs;
-    std::fill_n(table.long_codes.begin(), kLongSize, std::uint16_t{0});
-    ListTwigs(tree, twigs, table);
-    table.note = {};
-    if (twigs.all_leaves) table.note.index_limit = twigs.highest + 1;
 #ifdef ZT_AVX2
-    if (TheInstructionSet() == InstructionSet::avx2) return BuildAvx2(twigs, table);
+    if (TheInstructionSet() == InstructionSet::avx2) return BuildAvx2(tree, table);
 #endif
-    BuildPortable(twigs, table);
+    return BuildPortable(tree, table);
 }

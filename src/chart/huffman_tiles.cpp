@@ -16,13 +16,16 @@ constexpr std::uint64_t kMarker = std::uint64_t{1} << 63;
 /// Bytes that must be left before a refill: it moves on by up to seven and then loads eight; a long code does so twice.
 constexpr std::ptrdiff_t kRefillReach = 24;
 
+/// Codes of kLongBits bits, first and last decision exchanged.
+constexpr std::uint8_t kReversedCode[HuffmanTable::kLongSize] = {0, 8, 4, 12, 2, 10, 6, 14, 1, 9, 5, 13, 3, 11, 7, 15};
+
 /// What changes while a tile is decoded. `buffer` holds the next bits, lowest first, under a marker bit that tells by
 /// its place how many have been used: from bit 63 down as many as there are zeros above it.
 struct Cursor {
     const std::uint8_t* from; ///< byte of the buffer's first bit
     std::uint64_t buffer;
     unsigned char* to;
-    std::uint64_t last_step; ///< 0: the tables could not go on
+    std::uint64_t last_count; ///< pixels of the last look-up; 0: the tables could not go on
 };
 
 /// One tile in work.
@@ -56,12 +59,12 @@ ZT_ALWAYS_INLINE void LookUpLong(Cursor& cursor, const Lane& lane)
     if (cursor.from > lane.last_refill) return;
     const std::size_t place = lane.table.pixels[static_cast<std::uint8_t>(cursor.buffer)];
     Refill(cursor);
-    const std::uint64_t code = (cursor.buffer >> HuffmanTable::kBits) % HuffmanTable::kLongSize;
+    const std::uint64_t code = kReversedCode[(cursor.buffer >> HuffmanTable::kBits) % HuffmanTable::kLongSize];
     const std::uint64_t step = lane.table.long_codes[place + code];
     *cursor.to = static_cast<unsigned char>(step >> 8);
     cursor.to += step != 0;
     cursor.buffer >>= step & 63;
-    cursor.last_step = step;
+    cursor.last_count = step != 0;
     Refill(cursor);
 }
 
@@ -71,15 +74,16 @@ ZT_ALWAYS_INLINE void LookUp(Cursor& cursor, const Lane& lane)
     const std::uint64_t step = lane.table.steps[index];
     std::memcpy(cursor.to, &lane.table.pixels[index], sizeof(lane.table.pixels[index]));
     cursor.buffer >>= step & 63;
-    cursor.to += step >> 8;
-    cursor.last_step = step;
-    if (step == 0) [[unlikely]]
-        LookUpLong(cursor, lane);
+    // A count of 0 stands for the whole step: testing it spares the step a register.
+    cursor.last_count = step >> 8;
+    if (cursor.last_count == 0) [[unlikely]]
+        return LookUpLong(cursor, lane);
+    cursor.to += cursor.last_count;
 }
 
 ZT_ALWAYS_INLINE bool GoesOn(const Cursor& cursor, const Lane& lane)
 {
-    return cursor.to < lane.end && cursor.last_step != 0 && cursor.from <= lane.last_refill;
+    return cursor.to < lane.end && cursor.last_count != 0 && cursor.from <= lane.last_refill;
 }
 
 /// Decodes both tiles until one of them needs attention.
@@ -114,7 +118,7 @@ void SetBit(Lane& lane, std::size_t bit)
 {
     lane.cursor.from = lane.tree.data() + bit / 8;
     lane.cursor.buffer = kMarker >> bit % 8;
-    lane.cursor.last_step = 1;
+    lane.cursor.last_count = 1;
 }
 
 /// One pixel by walking the tree; false where there is none.
@@ -138,7 +142,7 @@ ZT_ALWAYS_INLINE bool Service(Lane& lane)
             PlainHuffmanFrom(lane.tree, lane.Bit(), lane.cursor.to, static_cast<int>(left));
             return false;
         }
-        if (lane.cursor.last_step != 0) return true;
+        if (lane.cursor.last_count != 0) return true;
         if (!Walk(lane)) {
             std::memset(lane.cursor.to, 0, static_cast<std::size_t>(left));
             return false;
@@ -156,18 +160,15 @@ ZT_ALWAYS_INLINE bool Begin(Lane& lane, TileJob& job, int count)
         job.note = {root.pixel + 1, root.pixel};
         return false;
     }
-    const std::size_t bits_begin = HuffmanBitsBegin(lane.tree);
-    if (root.kind == HuffmanNode::Kind::bad || bits_begin == lane.tree.size()) {
-        std::memset(job.out, 0, static_cast<std::size_t>(count));
-        job.note = {1, 0};
+    if (!BuildHuffmanTable(lane.tree, lane.table)) {
+        PlainHuffman(lane.tree, job.out, count);
         return false;
     }
-    BuildHuffmanTable(lane.tree, lane.table);
     job.note = lane.table.note;
     lane.last_refill = lane.tree.data() + static_cast<std::ptrdiff_t>(lane.tree.size()) - kRefillReach;
     lane.end = job.out + count;
     lane.cursor.to = job.out;
-    SetBit(lane, bits_begin * 8);
+    SetBit(lane, lane.table.bits_begin * 8);
     return Service(lane);
 }
 
