@@ -9,6 +9,7 @@
 inline std::optional<double> ParseDouble(std::string_view text);
 /// The same; NaN when no number stands there or it is not finite.
 double ParseDoubleOrNaN(std::string_view text);
+double ParseDoubleOrNaN(const char* text);
 /// Decimal, 0x hexadecimal or leading-0 octal, as scanf's %i; a 32-bit pattern, so "0xffffffff" is -1.
 std::optional<int> ParseInt(std::string_view text);
 

@@ -4,6 +4,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
 
 // Text eight characters at a time: the first character is the lowest byte of the word.
 static_assert(std::endian::native == std::endian::little, "words of text are read with their first byte lowest");
@@ -33,6 +36,44 @@ inline std::uint64_t LoadBytes(const char* at, std::size_t count)
         return first | std::uint64_t{last} << 8 * (count - 4); // the bytes of both are the same where they overlap
     }
     return count == 0 ? 0 : byte(0) | byte(count / 2) | byte(count - 1);
+}
+
+/// Sixteen characters, for which one instruction does what an operator says for all of them.
+typedef unsigned char CSixteenBytes __attribute__((vector_size(16)));
+
+inline CSixteenBytes LoadSixteenBytes(const void* at)
+{
+    CSixteenBytes bytes;
+    std::memcpy(&bytes, at, sizeof bytes);
+    return bytes;
+}
+
+/// The two halves of them, the first characters first.
+struct CTwoWords {
+    std::uint64_t first;
+    std::uint64_t last;
+};
+
+inline CTwoWords WordsOf(CSixteenBytes bytes)
+{
+    return std::bit_cast<CTwoWords>(bytes);
+}
+
+/// The highest bits of the bytes, that of the first byte lowest.
+inline unsigned HighestBits(std::uint64_t word)
+{
+    constexpr std::uint64_t kGather = 0x0002040810204081; // moves them together
+    return static_cast<unsigned>((word & RepeatedByte(0x80)) * kGather >> 56);
+}
+
+inline unsigned HighestBits(CSixteenBytes bytes)
+{
+#ifdef __SSE2__
+    return static_cast<unsigned>(_mm_movemask_epi8(std::bit_cast<__m128i>(bytes)));
+#else
+    const CTwoWords words = WordsOf(bytes);
+    return HighestBits(words.first) | HighestBits(words.last) << 8;
+#endif
 }
 
 /// 0x80 in each byte of the word that equals `byte`, which is below 0x80; else 0.

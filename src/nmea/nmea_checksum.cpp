@@ -1,26 +1,62 @@
 #include "core/word_bytes.h"
 #include "nmea/nmea_sentence.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstring>
 
 namespace {
 
-/// All bytes from `at` to `end` by exclusive or, 16 at a time.
-unsigned XorOf(const char* at, const char* end)
+/// What a text adds up to, and whether it is one without an end in it.
+struct CSum {
+    unsigned value; ///< all bytes by exclusive or
+    bool is_body;   ///< neither "*" nor NUL is among them
+};
+
+CSum Fold(CSixteenBytes sum, CSixteenBytes ends)
 {
-    std::uint64_t sum = 0;
-    for (; end - at >= 16; at += 16) sum ^= LoadEightBytes(at) ^ LoadEightBytes(at + 8);
-    if (end - at >= 8) {
-        sum ^= LoadEightBytes(at);
-        at += 8;
+    const CTwoWords sums = WordsOf(sum);
+    const CTwoWords found = WordsOf(ends);
+    std::uint64_t word = sums.first ^ sums.last;
+    word ^= word >> 32;
+    word ^= word >> 16;
+    word ^= word >> 8;
+    return {static_cast<unsigned>(word & 0xFF), (found.first | found.last) == 0};
+}
+
+constexpr std::ptrdiff_t kBlock = sizeof(CSixteenBytes);
+
+/// From each place of it on: so many bytes of 0, and 0xFF behind them.
+constexpr auto kKeptBytes = [] {
+    std::array<unsigned char, 2 * kBlock> bytes{};
+    for (std::size_t i = kBlock; i < bytes.size(); ++i) bytes[i] = 0xFF;
+    return bytes;
+}();
+
+/// Sixteen bytes at a time; the last of them once more with what is left over.
+CSum SumOfLong(const char* at, const char* end)
+{
+    CSixteenBytes sum{};
+    CSixteenBytes ends{};
+    const auto look_at = [&ends](CSixteenBytes bytes) {
+        ends |= CSixteenBytes(bytes == '*') | CSixteenBytes(bytes == 0);
+        return bytes;
+    };
+    for (; end - at >= kBlock; at += kBlock) sum ^= look_at(LoadSixteenBytes(at));
+    sum ^= look_at(LoadSixteenBytes(end - kBlock)) & LoadSixteenBytes(&kKeptBytes[static_cast<std::size_t>(end - at)]);
+    return Fold(sum, ends);
+}
+
+CSum SumOf(const char* at, const char* end)
+{
+    if (end - at >= kBlock) return SumOfLong(at, end);
+    CSum sum{0, true};
+    for (; at != end; ++at) {
+        sum.value ^= static_cast<unsigned char>(*at);
+        sum.is_body &= *at != '*' && *at != 0;
     }
-    sum ^= LoadBytes(at, static_cast<std::size_t>(end - at));
-    sum ^= sum >> 32;
-    sum ^= sum >> 16;
-    sum ^= sum >> 8;
-    return static_cast<unsigned>(sum & 0xFF);
+    return sum;
 }
 
 /// The values of the upper-case hexadecimal digits; every other character counts as 0.
@@ -38,14 +74,23 @@ unsigned Nibble(char digit)
 
 } // namespace
 
-bool CNMEASentence::check_checksum(const char* text)
+bool CNMEASentence::check_checksum(std::string_view text)
 {
-    if (*text == 0) return false;
-    const char* body = text + 1;
-    const char* star = std::strchr(body, '*');
-    if (star == nullptr) return false;
-    const unsigned told = Nibble(star[1]) << 4 | (star[1] != 0 ? Nibble(star[2]) : 0);
-    return XorOf(body, star) == told;
+    if (text.empty()) return false;
+    constexpr std::ptrdiff_t kTail = 3; // "*" and the digits
+    const char* const body = text.data() + 1;
+    const char* const end = text.data() + text.size();
+    if (end - body >= kTail && end[-kTail] == '*') {
+        const CSum sum = SumOf(body, end - kTail);
+        if (sum.is_body) return sum.value == (Nibble(end[-2]) << 4 | Nibble(end[-1]));
+    }
+    // Something stands behind the digits, or one is missing.
+    const char* const star = std::find(body, end, '*');
+    if (star == end) return false;
+    const CSum sum = SumOf(body, star);
+    const unsigned high = end - star > 1 ? Nibble(star[1]) : 0;
+    const unsigned low = end - star > 2 ? Nibble(star[2]) : 0;
+    return sum.is_body && sum.value == (high << 4 | low);
 }
 
 void CNMEASentence::compute_checksum(char* text)
@@ -53,7 +98,7 @@ void CNMEASentence::compute_checksum(char* text)
     constexpr char kDigits[] = "0123456789ABCDEF";
     const char* body = *text != 0 ? text + 1 : text;
     char* end = text + std::strlen(text);
-    const unsigned sum = XorOf(body, end);
+    const unsigned sum = SumOf(body, end).value;
     *end++ = '*';
     *end++ = kDigits[sum >> 4];
     *end++ = kDigits[sum & 0xF];

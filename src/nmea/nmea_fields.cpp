@@ -21,6 +21,11 @@ bool HasLength(const char* field, std::size_t length)
     return std::memchr(field, 0, length) == nullptr;
 }
 
+bool IsDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+
 /// A whole decimal number; what has more than 18 digits is cut short, and large enough all the same.
 std::int64_t ReadWhole(const char* field)
 {
@@ -29,7 +34,7 @@ std::int64_t ReadWhole(const char* field)
     const bool negative = *field == '-';
     if (*field == '-' || *field == '+') ++field;
     std::int64_t number = 0;
-    for (; *field >= '0' && *field <= '9' && number < kLargeEnough; ++field) number = number * 10 + (*field - '0');
+    for (; IsDigit(*field) && number < kLargeEnough; ++field) number = number * 10 + (*field - '0');
     return negative ? -number : number;
 }
 
@@ -45,18 +50,22 @@ double GetCoordinate(char** fields, std::size_t digits, char negative)
     return fields[1][0] == negative ? -degrees : degrees;
 }
 
-constexpr std::ptrdiff_t kBitmapSize = 64;
+constexpr std::ptrdiff_t kBlock = sizeof(CSixteenBytes);
+constexpr std::ptrdiff_t kBitmapSize = 4 * kBlock;
 
-/// A bit for each comma among at most 64 characters, the lowest for the first.
-std::uint64_t CommasIn(const char* begin, const char* end)
+/// A bit for each comma of the text from `begin` on, of at most 64 characters, the lowest for the first. Nothing
+/// outside of the text is read.
+std::uint64_t CommasIn(const char* text, const char* begin, const char* end)
 {
-    constexpr std::uint64_t kGather = 0x0002040810204081; // moves the highest bits of the bytes together
+    const auto commas_at = [](const char* at) {
+        return std::uint64_t{HighestBits(CSixteenBytes(LoadSixteenBytes(at) == ','))};
+    };
     std::uint64_t bits = 0;
-    for (const char* at = begin; at < end; at += 8) {
-        const std::uint64_t word =
-            end - at >= 8 ? LoadEightBytes(at) : LoadBytes(at, static_cast<std::size_t>(end - at));
-        bits |= (BytesEqualTo(word, ',') * kGather >> 56) << (at - begin);
-    }
+    const char* at = begin;
+    for (; end - at >= kBlock; at += kBlock) bits |= commas_at(at) << (at - begin);
+    if (at == end) return bits;
+    if (end - text >= kBlock) return bits | commas_at(end - kBlock) >> (kBlock - (end - at)) << (at - begin);
+    for (; at != end; ++at) bits |= std::uint64_t{*at == ','} << (at - begin);
     return bits;
 }
 
@@ -96,10 +105,10 @@ void CNMEASentence::SplitArgs(char* text, int count, char** args)
     if (end == nullptr) end = text + std::strlen(text);
     char** const last = args + count;
     *args++ = text;
-    for (; text < end; text += kBitmapSize) {
-        const auto length = std::min(end - text, kBitmapSize);
-        for (std::uint64_t commas = CommasIn(text, text + length); commas != 0; commas &= commas - 1) {
-            char* const comma = text + std::countr_zero(commas);
+    for (char* begin = text; begin < end; begin += kBitmapSize) {
+        std::uint64_t commas = CommasIn(text, begin, std::min(end, begin + kBitmapSize));
+        for (; commas != 0; commas &= commas - 1) {
+            char* const comma = begin + std::countr_zero(commas);
             *comma = 0;
             if (args == last) return;
             *args++ = comma + 1;
@@ -149,8 +158,13 @@ double CNMEASentence::GetNumber(const char* field)
 
 int CNMEASentence::GetWhole(const char* field)
 {
-    const std::int64_t number = ReadWhole(field);
-    return std::abs(number) <= static_cast<std::int64_t>(kGreatestNumber) ? static_cast<int>(number) : 0;
+    constexpr std::ptrdiff_t kSafeDigits = 9; // nearly all fields have so few, and nothing before them
+    int number = 0;
+    const char* at = field;
+    for (; IsDigit(*at) && at - field < kSafeDigits; ++at) number = number * 10 + (*at - '0');
+    if (at != field && !IsDigit(*at)) return number;
+    const std::int64_t any = ReadWhole(field);
+    return std::abs(any) <= static_cast<std::int64_t>(kGreatestNumber) ? static_cast<int>(any) : 0;
 }
 
 float CNMEASentence::GetSpeed(const char* field)

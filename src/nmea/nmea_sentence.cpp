@@ -3,12 +3,14 @@
 #include "nmea/data_connection.h"
 #include "nmea/nmea_sentence_type.h"
 
+#include <algorithm>
+#include <cstring>
+
 namespace {
 
-char* StartOf(char* line)
+bool IsStart(char c)
 {
-    while (*line != 0 && *line != '$' && *line != '!') ++line;
-    return *line != 0 ? line : nullptr;
+    return c == '$' || c == '!';
 }
 
 bool IsAllowed(const CDataConnection* connection, const char* text)
@@ -75,10 +77,19 @@ void CNMEASentence::Release()
 
 int CNMEASentence::DispatchSentence(char* line, CDataConnection* connection)
 {
-    char* text = StartOf(line);
-    if (text == nullptr || !check_checksum(text) || !IsAllowed(connection, text)) return 0;
-    CNMEASentenceType* type = CNMEASentenceType::FindType(text);
-    if (connection != nullptr && Listener<CNMEA_Raw>::pDatasource != nullptr)
-        return PublishWithText(type, text, connection);
-    return Publish(type, text, connection).usable ? 1 : 0;
+    return DispatchSentence(line, std::strlen(line), connection);
+}
+
+int CNMEASentence::DispatchSentence(char* line, std::size_t length, CDataConnection* connection)
+{
+    char* const end = line + length;
+    char* const start = std::find_if(line, end, IsStart);
+    const std::string_view text(start, static_cast<std::size_t>(end - start));
+    if (!check_checksum(text)) return 0;
+    CNMEASentenceType* const type = CNMEASentenceType::FindType(text);
+    const bool is_copied = connection != nullptr && Listener<CNMEA_Raw>::pDatasource != nullptr;
+    if (!is_copied && (type == nullptr || *type->source == nullptr)) return 0;
+    *end = 0;
+    if (!IsAllowed(connection, start)) return 0;
+    return is_copied ? PublishWithText(type, start, connection) : Publish(type, start, connection).usable;
 }

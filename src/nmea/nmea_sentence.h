@@ -1,5 +1,8 @@
 #pragma once
 
+#include <cstddef>
+#include <string_view>
+
 class CDataConnection;
 class CNMEASentenceType;
 
@@ -26,6 +29,9 @@ public:
     /// "!" on to the listeners of its class and of CNMEA_Raw. 0: rejected by framing, checksum, the connection's input
     /// filter or the class, or of no interest to anybody.
     static int DispatchSentence(char* line, CDataConnection* connection);
+    /// The same of a line of that length. Its characters and the one behind them are only altered when somebody
+    /// listens.
+    static int DispatchSentence(char* line, std::size_t length, CDataConnection* connection);
 
     /// Splits in place at "," into exactly `count` fields; the checksum never becomes part of one, and missing ones are
     /// empty. args[0] is the head ("$GPRMC").
@@ -48,7 +54,7 @@ public:
     static float GetSpeed(const char* field);
     static float LimitSpeed(double speed);
     /// Whether the text carries a "*" and the right checksum behind it, in upper-case digits.
-    static bool check_checksum(const char* text);
+    static bool check_checksum(std::string_view text);
     /// Appends "*HH"; the buffer has room for 4 more bytes.
     static void compute_checksum(char* text);
 };

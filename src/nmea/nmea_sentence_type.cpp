@@ -14,22 +14,17 @@ constexpr unsigned kChainBits = 7;
 constinit CNMEASentenceType* chains[1U << kChainBits] = {}; ///< by the hash of the three letters
 constinit CNMEASentenceType* others = nullptr;              ///< types with another kind of identifier
 
-/// The three characters behind the talker as one number; 0 when the text ends before.
-unsigned LettersOf(const char* text)
+/// Three characters as one number.
+unsigned LettersAt(const char* text)
 {
     const auto code = [text](int i) { return static_cast<unsigned>(static_cast<unsigned char>(text[i])); };
-    for (int i = 0; i < kLettersAt; ++i)
-        if (text[i] == 0) return 0;
-    if (text[kLettersAt] == 0 || text[kLettersAt + 1] == 0) return 0;
-    const unsigned last = code(kLettersAt + 2);
-    return last == 0 ? 0 : code(kLettersAt) << 16 | code(kLettersAt + 1) << 8 | last;
+    return code(0) << 16 | code(1) << 8 | code(2);
 }
 
+/// The identifier, when it is the three characters behind a talker; else 0.
 unsigned LettersOfIdentifier(int offset, const char* id)
 {
-    if (offset != kLettersAt || std::strlen(id) != kLetters) return 0;
-    const char text[] = {'$', '?', '?', id[0], id[1], id[2], 0};
-    return LettersOf(text);
+    return offset == kLettersAt && std::strlen(id) == kLetters ? LettersAt(id) : 0;
 }
 
 /// Where the list of the types with such an identifier begins.
@@ -91,22 +86,16 @@ void CNMEASentenceType::FreePool()
     }
 }
 
-bool CNMEASentenceType::Matches(const char* text) const
+bool CNMEASentenceType::Matches(std::string_view text) const
 {
-    for (int i = 0; i < id_offset; ++i)
-        if (text[i] == 0) return *id == 0;
-    text += id_offset;
-    const char* wanted = id;
-    while (*wanted != 0 && *wanted == *text) {
-        ++wanted;
-        ++text;
-    }
-    return *wanted == 0;
+    const auto offset = static_cast<std::size_t>(id_offset);
+    return text.size() < offset ? *id == 0 : text.substr(offset).starts_with(id);
 }
 
-CNMEASentenceType* CNMEASentenceType::FindType(const char* text)
+CNMEASentenceType* CNMEASentenceType::FindType(std::string_view text)
 {
-    if (const unsigned wanted = LettersOf(text); wanted != 0) {
+    if (text.size() >= kLettersAt + kLetters) {
+        const unsigned wanted = LettersAt(text.data() + kLettersAt);
         CNMEASentenceType* type = *ChainOf(wanted);
         while (type != nullptr && type->letters != wanted) type = type->next_in_chain;
         if (type != nullptr) return type;

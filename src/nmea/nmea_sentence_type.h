@@ -2,6 +2,8 @@
 
 #include "core/listener.h"
 
+#include <string_view>
+
 class CNMEASentence;
 
 /// The registry entry and the factory of one sentence class: a static object beside the class. A sentence is parsed
@@ -20,9 +22,9 @@ public:
     CNMEASentence* GetInstance();
     void FreePool();
     /// Plain prefix comparison at id_offset: a longer identifier with the same beginning matches.
-    bool Matches(const char* text) const;
+    bool Matches(std::string_view text) const;
     /// The type of a sentence text, which begins at its "$" or "!"; null when none matches.
-    static CNMEASentenceType* FindType(const char* text);
+    static CNMEASentenceType* FindType(std::string_view text);
 
     CNMEASentenceType* next;
     const int id_offset;

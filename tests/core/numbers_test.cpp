@@ -13,12 +13,21 @@
 
 namespace {
 
-/// Parsed where it lies in memory of exactly its size.
+std::uint64_t BitsOf(double number)
+{
+    return std::bit_cast<std::uint64_t>(number);
+}
+
+/// Parsed where it lies in memory of exactly its size, with a NUL behind it and without.
 double Parsed(const std::string& text)
 {
     const auto tight = std::make_unique<char[]>(text.size());
     std::memcpy(tight.get(), text.data(), text.size());
-    return ParseDoubleOrNaN(std::string_view(tight.get(), text.size()));
+    const double number = ParseDoubleOrNaN(std::string_view(tight.get(), text.size()));
+    const auto ended = std::make_unique<char[]>(text.size() + 1);
+    std::memcpy(ended.get(), text.c_str(), text.size() + 1);
+    EXPECT_EQ(BitsOf(ParseDoubleOrNaN(ended.get())), BitsOf(number)) << text;
+    return number;
 }
 
 std::string RandomDigits(std::mt19937& random, std::size_t most)
@@ -45,7 +54,7 @@ TEST(Numbers, EveryDecimalIsTheDoubleThatStrtodGives)
         text += tails[random() % std::size(tails)];
         if (text == ".") continue;
         const double expected = std::strtod(text.c_str(), nullptr);
-        ASSERT_EQ(std::bit_cast<std::uint64_t>(Parsed(text)), std::bit_cast<std::uint64_t>(expected)) << text;
+        ASSERT_EQ(BitsOf(Parsed(text)), BitsOf(expected)) << text;
     }
 }
 
@@ -56,7 +65,7 @@ TEST(Numbers, WhatIsNoNumberOrNotFinite)
         EXPECT_TRUE(std::isnan(Parsed(text))) << text;
         EXPECT_FALSE(ParseDouble(text)) << text;
     }
-    EXPECT_TRUE(std::isnan(ParseDoubleOrNaN({})));
+    EXPECT_TRUE(std::isnan(ParseDoubleOrNaN(std::string_view())));
 }
 
 TEST(Numbers, WhatElseBeginsWithANumber)
@@ -83,4 +92,7 @@ TEST(WordBytes, PartsOfAWord)
         EXPECT_EQ(LoadBytes(text.data(), count), expected) << count;
     }
     EXPECT_EQ(BytesEqualTo(LoadEightBytes(text.data()), ','), 0x0000008000008000U);
+    EXPECT_EQ(HighestBits(BytesEqualTo(LoadEightBytes(text.data()), ',')), 0b00010010U);
+    const auto both = text + text;
+    EXPECT_EQ(HighestBits(CSixteenBytes(LoadSixteenBytes(both.data()) == ',')), 0b00010010'00010010U);
 }

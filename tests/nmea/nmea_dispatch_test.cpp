@@ -44,6 +44,27 @@ TEST(Dispatch, FramingAndChecksum)
     EXPECT_EQ(water.count, 3);
 }
 
+TEST(Dispatch, ALineOfGivenLengthIsReadNoFurtherAndIsAlteredForListenersOnly)
+{
+    const auto dispatch = [](const std::string& line, std::size_t room) {
+        const auto tight = std::make_unique<char[]>(line.size() + room);
+        std::memcpy(tight.get(), line.data(), line.size());
+        const int result = CNMEASentence::DispatchSentence(tight.get(), line.size(), nullptr);
+        EXPECT_TRUE(room != 0 || std::string_view(tight.get(), line.size()) == line) << line;
+        return result;
+    };
+    for (const char* text : {"$IIMTW,11.5,C", "~$IIMTW,a long field that nobody expects", "$", "$A", "$IIMT", ""}) {
+        const std::string line = *text != 0 ? WithChecksum(text) : "";
+        EXPECT_EQ(0, dispatch(line, 0)) << line;
+        for (std::size_t cut = 1; cut <= std::min<std::size_t>(4, line.size()); ++cut)
+            EXPECT_EQ(0, dispatch(line.substr(0, line.size() - cut), 0)) << line;
+    }
+    CHearing<MTW> water;
+    EXPECT_NE(0, dispatch(WithChecksum("$IIMTW,11.5,C"), 1));
+    EXPECT_EQ(0, dispatch(std::string("$IIMTW,11\0,C*", 14) + "1B", 1)) << "a NUL in it";
+    EXPECT_EQ(water.count, 1);
+}
+
 TEST(Dispatch, TypesAreFoundByTheirPrefix)
 {
     struct CCase {
