@@ -25,20 +25,19 @@ void Store(void* to, std::uint64_t word)
     std::memcpy(to, &word, sizeof word);
 }
 
-/// decode_sixbit of eight characters.
+/// decode_sixbit of eight characters, the first one lowest; the two upper bits of each byte are of no meaning.
 std::uint64_t DecodeSixbits(std::uint64_t characters)
 {
     const std::uint64_t from_89 = ((characters & 0x7F * kEachByte) + 39 * kEachByte) | characters;
-    const std::uint64_t shifted = from_89 >> 7 & kEachByte;
-    return ((characters & 0x3F * kEachByte) + 16 * kEachByte + shifted * 56) & 0x3F * kEachByte;
+    return (characters & 0x3F * kEachByte) + 16 * kEachByte - (from_89 >> 4 & 8 * kEachByte);
 }
 
-/// 48 bits from the lower six of each byte.
+/// The lower six bits of each byte, those of the lowest byte uppermost, in the upper 48 bits; zeroes below.
 std::uint64_t Pack(std::uint64_t bytes)
 {
-    bytes = (bytes & 0x3F003F003F003F00) >> 2 | (bytes & 0x003F003F003F003F);
-    bytes = (bytes & 0x0FFF00000FFF0000) >> 4 | (bytes & 0x00000FFF00000FFF);
-    return bytes >> 32 << 24 | (bytes & 0xFFFFFF);
+    bytes = (bytes & 0x003F003F003F003F) << 6 | (bytes >> 8 & 0x003F003F003F003F);
+    bytes = (bytes & 0x00000FFF00000FFF) << 12 | (bytes >> 16 & 0x00000FFF00000FFF);
+    return bytes << 40 | bytes >> 32 << 16;
 }
 
 /// Of the byte at the stream's end what has been received.
@@ -47,7 +46,7 @@ unsigned UsedBits(std::uint8_t last)
     return last & ~(0xFFU >> CAIS_Sentence::bit_count % 8);
 }
 
-/// The reverse of Pack.
+/// 48 bits into the lower six of each byte, the uppermost bits into the highest byte.
 std::uint64_t Spread(std::uint64_t bits)
 {
     bits = bits >> 24 << 32 | (bits & 0xFFFFFF);
@@ -83,18 +82,22 @@ void CAIS_Sentence::AppendPayload(const char* payload, std::size_t length)
     std::size_t left = std::min(length, most);
     std::uint8_t* at = bitstream + bit_count / 8;
     const int used = bit_count % 8;
-    // Each piece shares its first byte with the end of the one before, which is carried over in `word`.
-    std::uint64_t word = std::uint64_t{UsedBits(*at)} << 8;
+    // Each piece shares its first byte with the end of the one before, which stands uppermost in `word`.
+    std::uint64_t word = std::uint64_t{UsedBits(*at)} << 56;
     bit_count += static_cast<std::int32_t>(left) * kCharacterBits;
     const auto append = [&](std::uint64_t characters) {
-        word = word << kPieceBits | Pack(DecodeSixbits(ToBigEndian(characters))) << (64 - kPieceBits - used);
+        word |= Pack(DecodeSixbits(characters)) >> used;
         Store(at, word);
+        word <<= kPieceBits;
         at += kPieceBits / 8;
     };
+    const char* const end = payload + left;
+    const bool has_piece = left >= kPieceCharacters;
     for (; left >= kPieceCharacters; left -= kPieceCharacters, payload += kPieceCharacters)
         append(LoadEightBytes(payload));
-    // "0" stands for six bits of 0.
-    if (left > 0) append(LoadBytes(payload, left) | RepeatedByte('0') << 8 * left);
+    // What stands in the stream behind the last bit received is of no meaning.
+    if (left > 0)
+        append(has_piece ? LoadEightBytes(end - kPieceCharacters) >> 8 * (8 - left) : LoadBytes(payload, left));
 }
 
 void CAIS_Sentence::fetch_string(char* out, int& position, int bits)

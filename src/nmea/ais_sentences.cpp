@@ -1,8 +1,11 @@
 #include "nmea/ais_sentences.h"
 
+#include "core/word_bytes.h"
 #include "nmea/nmea_sentence_type.h"
 
 #include <array>
+#include <bit>
+#include <cstring>
 
 namespace CNEMA_AIS {
 
@@ -194,6 +197,15 @@ Body& ReadInto(CMessageBody& body)
     return made;
 }
 
+/// What Init reads of a sentence.
+struct CParts {
+    int count = 0;
+    int number = 0;
+    char channel = 0;
+    const char* payload = nullptr;
+    std::size_t payload_length = 0;
+};
+
 /// The length of a field from where the next one begins, which is behind a NUL or, when there is no next one, at it.
 std::size_t LengthBefore(const char* next, const char* field)
 {
@@ -201,28 +213,75 @@ std::size_t LengthBefore(const char* next, const char* field)
     return length > 0 && next[-1] == 0 ? length - 1 : length;
 }
 
+/// Any sentence; the text is overwritten.
+CParts SplitAny(char* text)
+{
+    constexpr int kFields = 7; // the last one only tells where the payload before it ends
+    char* field[kFields];
+    CNMEASentence::SplitArgs(text, kFields, field);
+    return {CNMEASentence::GetWhole(field[1]), CNMEASentence::GetWhole(field[2]), *field[4], field[5],
+            LengthBefore(field[6], field[5])};
+}
+
+/// A bit for each comma among eight characters, the lowest for the first.
+std::uint64_t CommasOfEight(const char* text)
+{
+    return BitPerByte(BytesEqualTo(LoadEightBytes(text), ','));
+}
+
+bool IsDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+
+/// A sentence as receivers send it, "!AIVDM,1,1,,A,payload,0*hh", with a short head and numbers of one digit: without
+/// cutting fields off. False for all others. What it finds, SplitAny would find.
+bool SplitUsual(const char* text, CParts& parts)
+{
+    constexpr int kHead = 16; // characters, in which all fields before the payload end
+    const char* const star = std::strchr(text, '*');
+    if (star == nullptr || star - text < kHead) return false;
+    std::uint64_t commas = CommasOfEight(text) | CommasOfEight(text + 8) << 8;
+    int comma[5];
+    for (int& at : comma) {
+        if (commas == 0) return false;
+        at = std::countr_zero(commas);
+        commas &= commas - 1;
+    }
+    const char* const count = text + comma[0] + 1;
+    const char* const number = text + comma[1] + 1;
+    if (comma[1] - comma[0] != 2 || comma[2] - comma[1] != 2 || !IsDigit(*count) || !IsDigit(*number)) return false;
+    parts.count = *count - '0';
+    parts.number = *number - '0';
+    parts.channel = comma[4] - comma[3] > 1 ? text[comma[3] + 1] : '\0';
+    parts.payload = text + comma[4] + 1;
+    const auto room = static_cast<std::size_t>(star - parts.payload);
+    const void* const end = std::memchr(parts.payload, ',', room);
+    parts.payload_length =
+        end != nullptr ? static_cast<std::size_t>(static_cast<const char*>(end) - parts.payload) : room;
+    return true;
+}
+
 } // namespace
 
 bool CAIS_Sentence::Init(char* text)
 {
-    constexpr int kFields = 7; // the last one only tells where the payload before it ends
-    char* field[kFields];
-    SplitArgs(text, kFields, field);
-    const int number = GetWhole(field[2]);
-    if (number == 1) {
+    CParts parts;
+    if (!SplitUsual(text, parts)) parts = SplitAny(text);
+    if (parts.number == 1) {
         bit_count = 0; // what stands in the stream is not received any more
         stream_of_own_ship = own_ship;
-    } else if (number != last_sentence_number + 1) {
+    } else if (parts.number != last_sentence_number + 1) {
         return false;
     }
-    last_sentence_number = number;
-    channel = *field[4];
-    AppendPayload(field[5], LengthBefore(field[6], field[5]));
+    last_sentence_number = parts.number;
+    channel = parts.channel;
+    AppendPayload(parts.payload, parts.payload_length);
     message_type = 0;
     mmsi = 0;
     description = "";
     body.emplace<std::monostate>();
-    if (number != GetWhole(field[1])) return true;
+    if (parts.number != parts.count) return true;
     if (stream_of_own_ship != own_ship) return false;
     Unpack();
     return true;

@@ -406,6 +406,20 @@ TEST(AisDecode, SequencesOfSentences)
     }
 }
 
+TEST(AisDecode, HeadsAndTailsOfAnyShape)
+{
+    const std::string payload = ClassBPosition().Payload();
+    for (const char* format : {"!AIVDM,1,1,,B,%s,0*00", "!AIVDM,1,1,7,B,%s,0*00", "!AIVDM,01,1,,B,%s,0*00",
+                               "!AIVDM,+1,001,,B,%s,0*00", "!AIVDM,1,1,12345678,B,%s,0*00", "!AIVDM,1,1,,Bc,%s,0*00",
+                               "!AIVDM,1,1,,B,%s*00", "!AIVDM,1,1,,B,%s", "!AIVDM,1,1,,B,%s,0,1,2*00"}) {
+        VDM vdm;
+        ASSERT_TRUE(Read(vdm, stringprintf(format, payload.c_str()))) << format;
+        EXPECT_EQ(vdm.message_type, 18) << format;
+        EXPECT_EQ(vdm.channel, 'B') << format;
+        EXPECT_EQ(CAIS_Sentence::bit_count, static_cast<int>(6 * payload.size())) << format;
+    }
+}
+
 TEST(AisDecode, TheStreamIsTheCharactersSixBitsEach)
 {
     // Against the plain way: a character at a time, a bit at a time.
