@@ -10,9 +10,9 @@
 
 namespace {
 
-constexpr unsigned kBits = HuffmanTable::kBits;
+constexpr unsigned kTableBits = HuffmanTable::kBits;
 constexpr unsigned kLongBits = HuffmanTable::kLongBits;
-constexpr unsigned kLongSize = HuffmanTable::kLongSize;
+constexpr unsigned kLongCodes = HuffmanTable::kLongSize;
 
 constexpr unsigned kNodesAtOnce = 8;
 constexpr unsigned kCodeBits = 64;
@@ -67,25 +67,25 @@ struct Sorter {
     HuffmanTable::long_table& long_codes;
     unsigned leaf_count = 0;
     unsigned branch_count = 0;
-    unsigned shortest = kBits;
+    unsigned shortest = kTableBits;
     unsigned highest = 0;
 
     ZT_ALWAYS_INLINE void Add(unsigned depth, std::uint64_t code, std::uint8_t pixel)
     {
-        const auto first_code = static_cast<std::uint8_t>(code >> (kCodeBits - kBits));
-        const unsigned is_long = IsBelow(kBits, depth);
+        const auto first_code = static_cast<std::uint8_t>(code >> (kCodeBits - kTableBits));
+        const unsigned is_long = IsBelow(kTableBits, depth);
         list.leaves[leaf_count] = {static_cast<std::uint8_t>(depth), first_code, pixel};
         leaf_count += 1 - is_long;
         shortest = std::min(shortest, depth);
         highest = std::max<unsigned>(highest, pixel);
 
-        branch_count += is_long & static_cast<unsigned>(code << kBits == 0);
+        branch_count += is_long & static_cast<unsigned>(code << kTableBits == 0);
         const unsigned number = is_long * branch_count;
         list.branches[number] = first_code;
-        const unsigned entry = IsBelow(depth, kBits + kLongBits + 1) * (depth | unsigned{pixel} << 8);
-        const unsigned place = (code >> (kCodeBits - kBits - kLongBits)) % kLongSize;
+        const unsigned entry = IsBelow(depth, kTableBits + kLongBits + 1) * (depth | unsigned{pixel} << 8);
+        const unsigned place = (code >> (kCodeBits - kTableBits - kLongBits)) % kLongCodes;
         const eight_entries entries = eight_entries{} + static_cast<std::uint16_t>(entry);
-        std::memcpy(&long_codes[number * kLongSize + place], &entries, sizeof(entries));
+        std::memcpy(&long_codes[number * kLongCodes + place], &entries, sizeof(entries));
     }
 };
 

@@ -50,8 +50,8 @@ double GetCoordinate(char** fields, std::size_t digits, char negative)
     return fields[1][0] == negative ? -degrees : degrees;
 }
 
-constexpr std::ptrdiff_t kBlock = sizeof(CSixteenBytes);
-constexpr std::ptrdiff_t kBitmapSize = 4 * kBlock;
+constexpr std::ptrdiff_t kWordSize = sizeof(CSixteenBytes);
+constexpr std::ptrdiff_t kBitmapSize = 4 * kWordSize;
 
 /// A bit for each comma of the text from `begin` on, of at most 64 characters, the lowest for the first. Nothing
 /// outside of the text is read.
@@ -62,9 +62,9 @@ std::uint64_t CommasIn(const char* text, const char* begin, const char* end)
     };
     std::uint64_t bits = 0;
     const char* at = begin;
-    for (; end - at >= kBlock; at += kBlock) bits |= commas_at(at) << (at - begin);
+    for (; end - at >= kWordSize; at += kWordSize) bits |= commas_at(at) << (at - begin);
     if (at == end) return bits;
-    if (end - text >= kBlock) return bits | commas_at(end - kBlock) >> (kBlock - (end - at)) << (at - begin);
+    if (end - text >= kWordSize) return bits | commas_at(end - kWordSize) >> (kWordSize - (end - at)) << (at - begin);
     for (; at != end; ++at) bits |= std::uint64_t{*at == ','} << (at - begin);
     return bits;
 }
