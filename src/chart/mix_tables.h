@@ -25,5 +25,4 @@ private:
     std::array<std::uint16_t, kSize> first_mix; ///< the mix of two, times 128
     const std::uint8_t* second_mix;             ///< the matrix itself
     std::array<std::uint32_t, kSize> last_mix;  ///< the mix of two as a pixel
-    bool keeps_colours = true;                  ///< each colour mixed with itself stays what it is
 };
