@@ -33,7 +33,7 @@ bool RMC::Init(char* text)
     constexpr int kFields = 13;
     char* field[kFields];
     talker = text[2];
-    SplitArgs(text, kFields, field);
+    Split(text, kFields, field);
     const char mode = *field[12];
     valid = *field[2] == 'A' || (mode != 0 && mode != 'N');
     latitude = GetLat(field + 3);
@@ -51,7 +51,7 @@ bool GGA::Init(char* text)
     constexpr int kFields = 14;
     char* field[kFields];
     talker = text[2];
-    SplitArgs(text, kFields, field);
+    Split(text, kFields, field);
     latitude = GetLat(field + 2);
     longitude = GetLon(field + 4);
     quality = GetWhole(field[6]);
@@ -66,7 +66,7 @@ bool VTG::Init(char* text)
     constexpr int kFields = 6;
     char* field[kFields];
     talker = text[2];
-    SplitArgs(text, kFields, field);
+    Split(text, kFields, field);
     course = GetFloat(field[1]);
     speed = GetSpeed(field[5]);
     return true;
@@ -77,7 +77,7 @@ bool GSA::Init(char* text)
     constexpr int kFields = 18;
     char* field[kFields];
     talker = text[2];
-    SplitArgs(text, kFields, field);
+    Split(text, kFields, field);
     selection_mode = *field[1];
     fix_type = static_cast<std::uint8_t>(GetWhole(field[2]));
     for (int i = 0; i < kChannels; ++i) satellites[i] = static_cast<std::uint8_t>(GetWhole(field[3 + i]));
@@ -92,7 +92,7 @@ bool GSV::Init(char* text)
     constexpr int kFields = 20;
     char* field[kFields];
     talker = text[2];
-    SplitArgs(text, kFields, field);
+    Split(text, kFields, field);
     total_messages = GetWhole(field[1]);
     message_number = GetWhole(field[2]);
     satellites_in_view = GetWhole(field[3]);

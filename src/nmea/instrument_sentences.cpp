@@ -74,7 +74,7 @@ bool MWV::Init(char* text)
 {
     constexpr int kFields = 6;
     char* field[kFields];
-    SplitArgs(text, kFields, field);
+    Split(text, kFields, field);
     const char reference = *field[2];
     angle = GetFloat(field[1]);
     speed = LimitSpeed(ToKnots(GetNumber(field[3]), *field[4]));
@@ -86,7 +86,7 @@ bool MWD::Init(char* text)
 {
     constexpr int kFields = 8;
     char* field[kFields];
-    SplitArgs(text, kFields, field);
+    Split(text, kFields, field);
     if (*field[2] != 'T' || *field[6] != 'N') return false;
     direction = GetFloat(field[1]);
     speed = GetSpeed(field[5]);
@@ -97,7 +97,7 @@ bool VHW::Init(char* text)
 {
     constexpr int kFields = 7;
     char* field[kFields];
-    SplitArgs(text, kFields, field);
+    Split(text, kFields, field);
     has_heading = *field[4] == 'M';
     has_speed = *field[6] == 'N';
     if (has_heading) heading = GetFloat(field[3]);
@@ -109,7 +109,7 @@ bool HDG::Init(char* text)
 {
     constexpr int kFields = 6;
     char* field[kFields];
-    SplitArgs(text, kFields, field);
+    Split(text, kFields, field);
     heading = GetFloat(field[1]);
     deviation = GetFloat(field[2]);
     if (*field[3] == 'W') deviation = -deviation;
@@ -122,7 +122,7 @@ bool DPT::Init(char* text)
 {
     constexpr int kFields = 3;
     char* field[kFields];
-    SplitArgs(text, kFields, field);
+    Split(text, kFields, field);
     depth = GetFloat(field[1]);
     const float offset = GetFloat(field[2]);
     offset_waterline = offset < 0.0F ? 0.0F : offset;
@@ -134,7 +134,7 @@ bool DBT::Init(char* text)
 {
     constexpr int kFields = 6;
     char* field[kFields];
-    SplitArgs(text, kFields, field);
+    Split(text, kFields, field);
     if (*field[4] != 'M') return false;
     depth = GetFloat(field[3]);
     return true;
@@ -144,7 +144,7 @@ bool MTW::Init(char* text)
 {
     constexpr int kFields = 3;
     char* field[kFields];
-    SplitArgs(text, kFields, field);
+    Split(text, kFields, field);
     temperature = GetFloat(field[1]);
     return *field[2] == 'C';
 }
@@ -153,7 +153,7 @@ bool RPM::Init(char* text)
 {
     constexpr int kFields = 6;
     char* field[kFields];
-    SplitArgs(text, kFields, field);
+    Split(text, kFields, field);
     const int engine = GetWhole(field[2]);
     if (engine < 2) engine_1 = GetFloat(field[3]);
     if (engine == 2) engine_2 = GetFloat(field[3]);
@@ -164,7 +164,7 @@ bool RSA::Init(char* text)
 {
     constexpr int kFields = 3;
     char* field[kFields];
-    SplitArgs(text, kFields, field);
+    Split(text, kFields, field);
     if (*field[2] != 'A') return false;
     Update(GetFloat(field[1]));
     return true;
@@ -182,7 +182,7 @@ bool XDR::Init(char* text)
 {
     constexpr int kFields = 10;
     char* field[kFields];
-    SplitArgs(text, kFields, field);
+    Split(text, kFields, field);
     first_type = *field[1];
     first_value = GetFloat(field[2]);
     first_name = field[4];

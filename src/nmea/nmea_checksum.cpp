@@ -74,23 +74,23 @@ unsigned Nibble(char digit)
 
 } // namespace
 
-bool CNMEASentence::check_checksum(std::string_view text)
+const char* CNMEASentence::FindRightChecksum(std::string_view text)
 {
-    if (text.empty()) return false;
+    if (text.empty()) return nullptr;
     constexpr std::ptrdiff_t kTail = 3; // "*" and the digits
     const char* const body = text.data() + 1;
     const char* const end = text.data() + text.size();
     if (end - body >= kTail && end[-kTail] == '*') {
         const CSum sum = SumOf(body, end - kTail);
-        if (sum.is_body) return sum.value == (Nibble(end[-2]) << 4 | Nibble(end[-1]));
+        if (sum.is_body) return sum.value == (Nibble(end[-2]) << 4 | Nibble(end[-1])) ? end - kTail : nullptr;
     }
     // Something stands behind the digits, or one is missing.
     const char* const star = std::find(body, end, '*');
-    if (star == end) return false;
+    if (star == end) return nullptr;
     const CSum sum = SumOf(body, star);
     const unsigned high = end - star > 1 ? Nibble(star[1]) : 0;
     const unsigned low = end - star > 2 ? Nibble(star[2]) : 0;
-    return sum.is_body && sum.value == (high << 4 | low);
+    return sum.is_body && sum.value == (high << 4 | low) ? star : nullptr;
 }
 
 void CNMEASentence::compute_checksum(char* text)

@@ -98,11 +98,11 @@ int FullYear(int year)
 
 } // namespace
 
-void CNMEASentence::SplitArgs(char* text, int count, char** args)
+namespace {
+
+void SplitUpTo(char* end, char* text, int count, char** args)
 {
     if (count < 1) return;
-    char* end = std::strchr(text, '*');
-    if (end == nullptr) end = text + std::strlen(text);
     char** const last = args + count;
     *args++ = text;
     for (char* begin = text; begin < end; begin += kBitmapSize) {
@@ -116,6 +116,24 @@ void CNMEASentence::SplitArgs(char* text, int count, char** args)
     }
     *end = 0;
     std::fill(args, last, end);
+}
+
+char* EndOfFields(char* text)
+{
+    char* const star = std::strchr(text, '*');
+    return star != nullptr ? star : text + std::strlen(text);
+}
+
+} // namespace
+
+void CNMEASentence::SplitArgs(char* text, int count, char** args)
+{
+    SplitUpTo(EndOfFields(text), text, count, args);
+}
+
+void CNMEASentence::Split(char* text, int count, char** args) const
+{
+    SplitUpTo(star != nullptr ? star : EndOfFields(text), text, count, args);
 }
 
 double CNMEASentence::GetLat(char** fields)
@@ -140,9 +158,9 @@ double CNMEASentence::GetDate(char* field)
     // A receiver sends the same day all day long.
     static std::int64_t cached_field = std::numeric_limits<std::int64_t>::min();
     static double cached_day = 0.0;
-    if (!HasLength(field, 4)) return 0.0;
     const std::int64_t whole = ReadWhole(field);
     if (whole == cached_field) return cached_day;
+    if (!HasLength(field, 4)) return 0.0;
     const CTriple date = SplitTriple(field);
     cached_day = getStartOfDayUTC(FullYear(GetWhole(date.third)), date.second, date.first);
     cached_field = whole;

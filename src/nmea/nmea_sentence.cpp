@@ -20,6 +20,8 @@ bool IsAllowed(const CDataConnection* connection, const char* text)
     return allowed;
 }
 
+} // namespace
+
 /// A sentence object for the time of one dispatch. A listener that keeps it keeps it out of the pool.
 class CSentenceInUse {
 public:
@@ -31,12 +33,20 @@ public:
     CSentenceInUse(const CSentenceInUse&) = delete;
     CSentenceInUse& operator=(const CSentenceInUse&) = delete;
     ~CSentenceInUse() { sentence->Release(); }
-    CNMEASentence* operator->() const { return sentence; }
+    bool Init(char* text, char* star) const
+    {
+        sentence->star = star;
+        const bool usable = sentence->Init(text);
+        sentence->star = nullptr;
+        return usable;
+    }
     CNMEASentence* get() const { return sentence; }
 
 private:
     CNMEASentence* sentence;
 };
+
+namespace {
 
 /// What became of a sentence at its listeners.
 struct COutcome {
@@ -45,22 +55,22 @@ struct COutcome {
 };
 
 /// Parses and publishes when somebody listens for the type; null is no type.
-COutcome Publish(CNMEASentenceType* type, char* text, CDataConnection* connection)
+COutcome Publish(CNMEASentenceType* type, char* text, char* star, CDataConnection* connection)
 {
     if (type == nullptr || *type->source == nullptr) return {false, false};
     const CSentenceInUse sentence(*type, connection);
-    if (!sentence->Init(text)) return {false, false};
+    if (!sentence.Init(text, star)) return {false, false};
     if (*type->source != nullptr) (*type->source)->Dispatch(sentence.get());
     return {true, *type->source != nullptr && (*type->source)->stop};
 }
 
 /// The same, and the text on to the raw listeners unless a listener of its type handled it.
-[[gnu::noinline]] int PublishWithText(CNMEASentenceType* type, char* text, CDataConnection* connection)
+[[gnu::noinline]] int PublishWithText(CNMEASentenceType* type, char* text, char* star, CDataConnection* connection)
 {
     CNMEA_Raw raw; // before parsing, which overwrites the text
     raw.source = connection;
     raw.Init(text);
-    const COutcome outcome = Publish(type, text, connection);
+    const COutcome outcome = Publish(type, text, star, connection);
     if (outcome.handled) return outcome.usable ? 1 : 0;
     DispatchToListeners(raw);
     return 1;
@@ -85,11 +95,13 @@ int CNMEASentence::DispatchSentence(char* line, std::size_t length, CDataConnect
     char* const end = line + length;
     char* const start = std::find_if(line, end, IsStart);
     const std::string_view text(start, static_cast<std::size_t>(end - start));
-    if (!check_checksum(text)) return 0;
+    const char* const found = FindRightChecksum(text);
+    if (found == nullptr) return 0;
+    char* const star = line + (found - line);
     CNMEASentenceType* const type = CNMEASentenceType::FindType(text);
     const bool is_copied = connection != nullptr && Listener<CNMEA_Raw>::pDatasource != nullptr;
     if (!is_copied && (type == nullptr || *type->source == nullptr)) return 0;
     *end = 0;
     if (!IsAllowed(connection, start)) return 0;
-    return is_copied ? PublishWithText(type, start, connection) : Publish(type, start, connection).usable;
+    return is_copied ? PublishWithText(type, start, star, connection) : Publish(type, start, star, connection).usable;
 }

@@ -54,7 +54,18 @@ public:
     static float GetSpeed(const char* field);
     static float LimitSpeed(double speed);
     /// Whether the text carries a "*" and the right checksum behind it, in upper-case digits.
-    static bool check_checksum(std::string_view text);
+    static bool check_checksum(std::string_view text) { return FindRightChecksum(text) != nullptr; }
     /// Appends "*HH"; the buffer has room for 4 more bytes.
     static void compute_checksum(char* text);
+
+protected:
+    /// SplitArgs of the text that Init was given, whose end is known when it comes from DispatchSentence.
+    void Split(char* text, int count, char** args) const;
+
+private:
+    friend class CSentenceInUse;
+    /// The "*" of a text with the right checksum; else null.
+    static const char* FindRightChecksum(std::string_view text);
+
+    char* star = nullptr; ///< of the text, while Init reads it
 };
