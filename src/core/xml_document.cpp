@@ -6,49 +6,37 @@
 
 namespace {
 
-constexpr std::string_view kBlanks = " \t\r\n";
-
-std::string_view LocalName(std::string_view name)
+bool IsBlank(char c)
 {
-    const std::size_t colon = name.find(':');
-    return colon == std::string_view::npos ? name : name.substr(colon + 1);
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r';
 }
 
+bool SameLetter(char a, char b)
+{
+    const char difference = static_cast<char>(a ^ b);
+    if (difference == 0) return true;
+    const auto letter = static_cast<unsigned char>(a | 0x20);
+    return difference == 0x20 && letter >= 'a' && letter <= 'z';
+}
+
+/// Compares from the end, where the local names stand and most names differ.
 bool SameName(std::string_view a, std::string_view b)
 {
-    a = LocalName(a);
-    b = LocalName(b);
-    if (a.size() != b.size()) return false;
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        const char difference = static_cast<char>(a[i] ^ b[i]);
-        if (difference == 0) continue;
-        const auto letter = static_cast<unsigned char>(a[i] | 0x20);
-        if (difference != 0x20 || letter < 'a' || letter > 'z') return false;
+    std::size_t in_a = a.size();
+    std::size_t in_b = b.size();
+    for (;;) {
+        const bool a_ends = in_a == 0 || a[in_a - 1] == ':';
+        const bool b_ends = in_b == 0 || b[in_b - 1] == ':';
+        if (a_ends || b_ends) return a_ends && b_ends;
+        if (!SameLetter(a[--in_a], b[--in_b])) return false;
     }
-    return true;
 }
 
 std::string_view WithoutBlanks(std::string_view text)
 {
-    const std::size_t first = text.find_first_not_of(kBlanks);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
-
-/// Takes the next `name="value"` off the front; false when there is none.
-bool NextAttribute(std::string_view& rest, std::string_view& name, std::string_view& value)
-{
-    const std::size_t equals = rest.find('=');
-    if (equals == std::string_view::npos) return false;
-    name = WithoutBlanks(rest.substr(0, equals));
-    rest.remove_prefix(equals + 1);
-    const std::size_t open = rest.find_first_not_of(kBlanks);
-    if (open == std::string_view::npos || (rest[open] != '"' && rest[open] != '\'')) return false;
-    const std::size_t close = rest.find(rest[open], open + 1);
-    if (close == std::string_view::npos) return false;
-    value = rest.substr(open + 1, close - open - 1);
-    rest.remove_prefix(close + 1);
-    return true;
+    while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
+    while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
+    return text;
 }
 
 void AppendWithoutControls(std::string& out, std::string_view text)
@@ -121,28 +109,47 @@ CXMLnode CXMLnode::NextInDocument() const
     return {document, index + 1};
 }
 
+CXMLattributes::CXMLattributes(CXMLnode node)
+{
+    if (node.index == 0) return;
+    const CXMLdocument::Node& of = node.document->nodes[node.index];
+    rest = {node.document->text.data() + of.name + of.name_length, of.attributes_length};
+}
+
+bool CXMLattributes::Next()
+{
+    const std::size_t equals = rest.find('=');
+    if (equals == std::string_view::npos) return false;
+    name = WithoutBlanks(rest.substr(0, equals));
+    rest.remove_prefix(equals + 1);
+    while (!rest.empty() && IsBlank(rest.front())) rest.remove_prefix(1);
+    if (rest.empty() || (rest.front() != '"' && rest.front() != '\'')) return false;
+    const std::size_t close = rest.find(rest.front(), 1);
+    if (close == std::string_view::npos) return false;
+    value = rest.substr(1, close - 1);
+    rest.remove_prefix(close + 1);
+    return true;
+}
+
+bool CXMLattributes::Is(std::string_view wanted) const
+{
+    return SameName(name, wanted);
+}
+
 std::optional<std::string> CXMLnode::FindAttribute(std::string_view name) const
 {
-    if (index == 0) return {};
-    const CXMLdocument::Node& node = document->nodes[index];
-    std::string_view rest(document->text.data() + node.name + node.name_length, node.attributes_length);
-    std::string_view key;
-    std::string_view value;
-    while (NextAttribute(rest, key, value)) {
-        if (SameName(key, name)) return XML_decode_ampersand(value);
+    CXMLattributes attributes(*this);
+    while (attributes.Next()) {
+        if (attributes.Is(name)) return XML_decode_ampersand(attributes.value);
     }
     return {};
 }
 
 double CXMLnode::FindAttributeDbl(std::string_view name, double fallback) const
 {
-    if (index == 0) return fallback;
-    const CXMLdocument::Node& node = document->nodes[index];
-    std::string_view rest(document->text.data() + node.name + node.name_length, node.attributes_length);
-    std::string_view key;
-    std::string_view value;
-    while (NextAttribute(rest, key, value)) {
-        if (SameName(key, name)) return ParseDouble(value).value_or(fallback);
+    CXMLattributes attributes(*this);
+    while (attributes.Next()) {
+        if (attributes.Is(name)) return ParseDouble(attributes.value).value_or(fallback);
     }
     return fallback;
 }
@@ -199,12 +206,15 @@ bool CXMLnode::FindChildGetContents(std::string_view name, std::string& out) con
     return true;
 }
 
+std::optional<double> CXMLnode::GetNumber() const
+{
+    const std::string_view plain = PlainContents();
+    return plain.empty() ? ParseDouble(GetContents()) : ParseDouble(plain);
+}
+
 bool CXMLnode::FindChildGetContents(std::string_view name, double& out) const
 {
-    const CXMLnode child = FindChild(name);
-    if (!child) return false;
-    const std::string_view plain = child.PlainContents();
-    const std::optional<double> number = plain.empty() ? ParseDouble(child.GetContents()) : ParseDouble(plain);
+    const std::optional<double> number = FindChild(name).GetNumber();
     if (number) out = *number;
     return number.has_value();
 }

@@ -35,17 +35,35 @@ public:
     std::string GetContents() const;
     /// The contents when they stand in the document just as they are, as number and time elements do; otherwise empty.
     std::string_view PlainContents() const;
+    /// The contents as a number; nothing when they are none.
+    std::optional<double> GetNumber() const;
     /// False, and `out` as it was, without such a child.
     bool FindChildGetContents(std::string_view name, std::string& out) const;
     bool FindChildGetContents(std::string_view name, double& out) const;
     bool FindChildGetContents(std::string_view name, float& out) const;
 
 private:
+    friend class CXMLattributes;
     friend class CXMLdocument;
     CXMLnode(const CXMLdocument* in, std::uint32_t at) : document(in), index(at) {}
 
     const CXMLdocument* document = nullptr;
     std::uint32_t index = 0;
+};
+
+/// Walks over the attributes of an element, for who wants several of them.
+class CXMLattributes {
+public:
+    explicit CXMLattributes(CXMLnode node);
+    /// Moves to the first, or next, attribute; false when there is none.
+    bool Next();
+    bool Is(std::string_view wanted) const;
+
+    std::string_view name;
+    std::string_view value; ///< as written, entities not decoded
+
+private:
+    std::string_view rest;
 };
 
 /// An XML file in memory: its text and a compact tree over it. Declarations of document types are skipped and never
@@ -68,6 +86,7 @@ public:
     std::size_t ElementCount() const { return nodes.empty() ? 0 : nodes.size() - 1; }
 
 private:
+    friend class CXMLattributes;
     friend class CXMLnode;
     friend class CXMLparser;
 

@@ -8,6 +8,7 @@
 #include "overlays/track_section.h"
 
 #include <cmath>
+#include <limits>
 
 namespace {
 
@@ -21,9 +22,8 @@ bool ReadColour(CXMLnode node, const char* child, GraphicsColor& colour)
     return colour.SetHash(text.front() == '#' ? text : "#" + text);
 }
 
-double ReadTime(CXMLnode node)
+double TimeOf(CXMLnode time)
 {
-    const CXMLnode time = node.FindChild("time");
     const std::string_view plain = time.PlainContents();
     return plain.empty() ? parse_time(time.GetContents()) : parse_time(plain);
 }
@@ -75,14 +75,18 @@ void read_gpx_comment(CXMLnode node, std::string& out)
 
 bool read_gpx_position(CXMLnode node, double& lat, double& lon)
 {
-    lat = node.FindAttributeDbl("lat", 999.0);
-    lon = node.FindAttributeDbl("lon", 999.0);
+    lat = lon = std::numeric_limits<double>::quiet_NaN();
+    CXMLattributes attributes(node);
+    while (attributes.Next()) {
+        if (std::isnan(lat) && attributes.Is("lat")) lat = ParseDoubleOrNaN(attributes.value);
+        if (std::isnan(lon) && attributes.Is("lon")) lon = ParseDoubleOrNaN(attributes.value);
+    }
     return std::fabs(lat) <= 90.0 && std::fabs(lon) <= 180.0;
 }
 
 void read_wpt(CXMLnode node, COverlayMark& mark)
 {
-    if (const double time = ReadTime(node); time != 0.0) mark.created = time;
+    if (const double time = TimeOf(node.FindChild("time")); time != 0.0) mark.created = time;
     mark.name.clear();
     node.FindChildGetContents("name", mark.name);
     if (mark.name.empty()) mark.name = kUnknownName;
@@ -101,9 +105,15 @@ void read_wpt(CXMLnode node, COverlayMark& mark)
 
 void read_trkpt(CXMLnode node, CTrackPoint& point)
 {
-    point.time = ReadTime(node);
-    point.altitude = kNoAltitude;
-    node.FindChildGetContents("ele", point.altitude);
+    point.time = 0.0;
+    double altitude = kNoAltitude;
+    for (CXMLnode child = node.FirstChild(); child; child = child.NextSibling()) {
+        if (child.Is("time"))
+            point.time = TimeOf(child);
+        else if (child.Is("ele"))
+            altitude = child.GetNumber().value_or(kNoAltitude);
+    }
+    point.altitude = static_cast<float>(altitude);
     if (!std::isfinite(point.altitude)) point.altitude = kNoAltitude;
 }
 

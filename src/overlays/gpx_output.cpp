@@ -4,9 +4,12 @@
 #include "core/text.h"
 #include "core/xml_document.h"
 #include "overlays/line_appearance.h"
+#include "overlays/track_section.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
+#include <cstring>
 
 const char* CGPXOutput::makers_address = "https://zentara.example";
 
@@ -36,6 +39,22 @@ std::string WithoutControls(std::string_view content)
     std::string out(content);
     std::erase_if(out, IsControl);
     return out;
+}
+
+template <std::size_t Size>
+char* PutText(char* to, const char (&literal)[Size])
+{
+    std::memcpy(to, literal, Size - 1);
+    return to + Size - 1;
+}
+
+constexpr std::size_t kPositionRoom = 2 * kTenDecimalsRoom + 20;
+
+char* PutPosition(char* to, double lat, double lon)
+{
+    to = put_ten_decimals(PutText(to, " lat=\""), lat);
+    to = put_ten_decimals(PutText(to, "\" lon=\""), lon);
+    return PutText(to, "\">");
 }
 
 int Hex2(float part)
@@ -103,13 +122,26 @@ void CGPXOutput::XMLwrite_tag(const char* tag, std::string_view content)
     text.append("</").append(tag).append(">");
 }
 
-void CGPXOutput::WritePosition(const char* before, double lat, double lon)
+void CGPXOutput::WritePosition(std::string_view element, double lat, double lon)
 {
-    text.append(before).append(" lat=\"");
-    append_ten_decimals(text, lat);
-    text += "\" lon=\"";
-    append_ten_decimals(text, lon);
-    text += "\">";
+    char position[kPositionRoom];
+    const char* const end = PutPosition(position, lat, lon);
+    text.append("<").append(element).append(position, static_cast<std::size_t>(end - position));
+}
+
+void CGPXOutput::WriteTrackPoint(const CTrackPoint& point)
+{
+    char line[kPositionRoom + 100];
+    char* to = PutPosition(PutText(line, "<trkpt"), point.lat, point.lon);
+    if (const auto metres = static_cast<int>(std::clamp(point.altitude, -1e6F, 1e6F)); metres != 0) {
+        to = PutText(to, "<ele>");
+        to = std::to_chars(to, to + 8, metres).ptr;
+        to = PutText(to, "</ele>");
+    }
+    if (point.time != 0.0) to = PutText(put_time(PutText(to, "<time>"), point.time), "</time>");
+    to = PutText(to, "</trkpt>\n");
+    text.append(line, static_cast<std::size_t>(to - line));
+    FlushIfLong();
 }
 
 void CGPXOutput::WriteTime(double seconds)
@@ -119,10 +151,16 @@ void CGPXOutput::WriteTime(double seconds)
     text += "</time>";
 }
 
+void CGPXOutput::WriteColour(const GraphicsColor& colour)
+{
+    appendprintf(text, "<xstyle:color>%02x%02x%02x</xstyle:color>", Hex2(colour.red), Hex2(colour.green),
+                 Hex2(colour.blue));
+}
+
 void CGPXOutput::WriteLineStyle(const CLineAppearance& line)
 {
-    appendprintf(text, "<extensions> <xstyle:line><xstyle:color>%02x%02x%02x</xstyle:color>", Hex2(line.colour.red),
-                 Hex2(line.colour.green), Hex2(line.colour.blue));
+    text += "<extensions> <xstyle:line>";
+    WriteColour(line.colour);
     appendprintf(text, "<xstyle:opacity>%0.2f</xstyle:opacity><xstyle:width>%0.2f</xstyle:width>",
                  static_cast<double>(line.colour.alpha), static_cast<double>(line.line_width));
     if (const char* pattern = gpx_line_style(line.line_style))

@@ -5,14 +5,21 @@
 #include <string_view>
 
 struct CLineAppearance;
+struct CTrackPoint;
+struct GraphicsColor;
 
 /// Seconds since 1970 of "2026-06-14T09:30:00Z", with or without a fraction and an offset ("+02:00"); without an offset
-/// it is UTC. 0 for what is no time.
+/// it is UTC. 0 for what is no time. Main thread only.
 double parse_time(std::string_view text);
 /// Appends "2026-06-14T09:30:00Z", UTC, fractions of a second dropped. Main thread only.
 void format_time(double seconds, std::string& out);
-/// Appends a number with ten decimals, rounded as printf does, for magnitudes below 1e6; 0 for others.
-void append_ten_decimals(std::string& out, double number);
+constexpr int kTimeLength = 20;
+/// The same to where there is room for kTimeLength characters; gives what follows them.
+char* put_time(char* to, double seconds);
+constexpr int kTenDecimalsRoom = 24;
+/// Writes a number with ten decimals, rounded as printf does, for magnitudes below 1e6; 0 for others. There is room for
+/// kTenDecimalsRoom characters; gives what follows the number.
+char* put_ten_decimals(char* to, double number);
 /// The pattern's name; null above 4.
 const char* gpx_line_style(int style);
 /// The style of that name, of any case; 0 for others.
@@ -43,9 +50,12 @@ public:
 
     /// "<tag>text</tag>", in a CDATA section when a character needs it.
     void XMLwrite_tag(const char* tag, std::string_view content);
-    /// `lat="" lon=""` of an element that is opened by `before` and closed by ">".
-    void WritePosition(const char* before, double lat, double lon);
+    /// `<element lat="" lon="">`.
+    void WritePosition(std::string_view element, double lat, double lon);
     void WriteTime(double seconds);
+    void WriteTrackPoint(const CTrackPoint& point);
+    /// "<xstyle:color>rrggbb</xstyle:color>", hexadecimal.
+    void WriteColour(const GraphicsColor& colour);
     void WriteLineStyle(const CLineAppearance& line);
 
 private:

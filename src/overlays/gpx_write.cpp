@@ -8,20 +8,13 @@
 #include "overlays/overlay_route.h"
 #include "overlays/overlay_track.h"
 
-#include <algorithm>
-#include <cmath>
-
 namespace {
-
-int Hex2(float part)
-{
-    return static_cast<int>(std::lround(std::clamp(part, 0.0F, 1.0F) * 255.0F));
-}
 
 void WriteExtensions(CGPXOutput& out, const COverlayMark& mark)
 {
-    appendprintf(out.Text(), "<extensions><xstyle:fill><xstyle:color>%02x%02x%02x</xstyle:color></xstyle:fill>",
-                 Hex2(mark.colour.red), Hex2(mark.colour.green), Hex2(mark.colour.blue));
+    out.Text() += "<extensions><xstyle:fill>";
+    out.WriteColour(mark.colour);
+    out.Text() += "</xstyle:fill>";
     if (mark.alarm_radius > 0.0F) {
         const float proximity = mark.anchor_radius > 0.0F ? -mark.anchor_radius : mark.alarm_radius;
         appendprintf(out.Text(),
@@ -34,7 +27,7 @@ void WriteExtensions(CGPXOutput& out, const COverlayMark& mark)
 
 void WritePoint(CGPXOutput& out, COverlayMark& mark, const char* element)
 {
-    out.WritePosition((std::string("<") + element).c_str(), mark.lat, mark.lon);
+    out.WritePosition(element, mark.lat, mark.lon);
     if (mark.created != 0.0) out.WriteTime(mark.created);
     out.XMLwrite_tag("name", mark.name);
     if (!mark.comment.empty()) out.XMLwrite_tag("desc", mark.comment);
@@ -58,16 +51,6 @@ void WriteHead(CGPXOutput& out, CSyncable& object, const CLineAppearance& line)
     out.WriteLineStyle(line);
 }
 
-void WritePoint(CGPXOutput& out, const CTrackPoint& point)
-{
-    out.WritePosition("<trkpt", point.lat, point.lon);
-    const auto metres = static_cast<int>(std::clamp(point.altitude, -1e6F, 1e6F));
-    if (metres != 0) appendprintf(out.Text(), "<ele>%d</ele>", metres);
-    if (point.time != 0.0) out.WriteTime(point.time);
-    out.Text() += "</trkpt>\n";
-    out.FlushIfLong();
-}
-
 } // namespace
 
 void WriteGPX(CGPXOutput& out, COverlayMark& mark)
@@ -89,7 +72,7 @@ void WriteGPX(CGPXOutput& out, COverlayTrack& track)
     WriteHead(out, track, track);
     out.Text() += "<trkseg>\n";
     CTrackCursor points(track);
-    while (const CTrackPoint* point = points.Next()) WritePoint(out, *point);
+    while (const CTrackPoint* point = points.Next()) out.WriteTrackPoint(*point);
     out.Text() += "</trkseg></trk>\n";
 }
 

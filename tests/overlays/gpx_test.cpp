@@ -283,11 +283,11 @@ TEST(GpxValues, TenDecimalsAreThoseOfPrintf)
     for (int i = 0; i < 200000; ++i) numbers.push_back(degrees(random));
     for (int i = 0; i < 1000; ++i) numbers.push_back(std::ldexp(static_cast<double>(random() % 4096), -30));
     for (const double number : numbers) {
-        std::string text;
-        append_ten_decimals(text, number);
+        char text[kTenDecimalsRoom + 1];
+        *put_ten_decimals(text, number) = 0;
         char expected[64];
         std::snprintf(expected, sizeof expected, "%.10f", number);
-        ASSERT_EQ(text, expected);
+        ASSERT_STREQ(text, expected);
     }
 }
 
