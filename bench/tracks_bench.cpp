@@ -51,7 +51,10 @@ public:
     int Hits() const
     {
         int hits = 0;
-        for (const CMapping& mapping : mappings) hits += mapping.HitTest_mapped(-1000.0F, 50300.0F, 81.0) ? 1 : 0;
+        for (const CMapping& mapping : mappings) {
+            if (!mapping.MayBeHit(params, -1000.0F, 50300.0F, 81.0)) continue;
+            hits += mapping.HitTest_mapped(-1000.0F, 50300.0F, 81.0) ? 1 : 0;
+        }
         return hits;
     }
     double NearestPoint() const

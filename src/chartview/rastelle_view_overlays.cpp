@@ -82,8 +82,10 @@ bool CRastelleView::HitTest(CMapping& mapping, double x, double y, double precis
     if (mapping.kind == CMapping::kAlways) return true;
     const auto [first, last] = wrap.CopiesInView(mapping.bounds, params.view_rect);
     for (int copy = first; copy <= last; ++copy) {
+        const CViewParams of_copy = wrap.ParamsOf(params, copy);
+        if (!mapping.MayBeHit(of_copy, at_x, at_y, precision_sq)) continue;
         mapping.move_screen();
-        if (mapping.map_to_screen(wrap.ParamsOf(params, copy)) && mapping.HitTest_mapped(at_x, at_y, precision_sq)) {
+        if (mapping.map_to_screen(of_copy) && mapping.HitTest_mapped(at_x, at_y, precision_sq)) {
             if (first != last) mapping.move_screen();
             return true;
         }

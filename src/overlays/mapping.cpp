@@ -10,6 +10,7 @@ void CMapping::clear()
 {
     image_points.clear();
     screen_points.clear();
+    on_screen = false;
     kind = kNone;
     count = 0;
     drawn_around = -1.0;
@@ -34,21 +35,29 @@ void CMapping::set_bounds()
 bool CMapping::map_to_screen(const CViewParams& params)
 {
     const bool overlaps = bounds.overlaps(params.view_rect);
-    if (overlaps && screen_points.empty()) {
-        screen_points.resize(image_points.size());
-        std::transform(image_points.begin(), image_points.end(), screen_points.begin(),
-                       [&params](const DblPoint& from) {
-                           DblPoint to;
-                           params.ImageToScreen(from.x, from.y, to.x, to.y);
-                           return to;
-                       });
+    if (!on_screen) {
+        // The points of the frame before are written over where they stand.
+        screen_points.resize(overlaps ? image_points.size() : 0);
+        params.ImageToScreen(image_points, screen_points);
+        on_screen = overlaps;
     }
     return overlaps || kind == kAlways;
+}
+
+bool CMapping::MayBeHit(const CViewParams& params, float x, float y, double radius_squared) const
+{
+    if (kind == kAlways) return true;
+    const FRect box = params.ImageToScreen(bounds);
+    const double dx = std::max({box.left - x, x - box.right, 0.0});
+    const double dy = std::max({box.top - y, y - box.bottom, 0.0});
+    constexpr double kRounding = 1.0 + 1e-9; // of the distances to the points themselves
+    return dx * dx + dy * dy <= radius_squared * kRounding;
 }
 
 bool CMapping::HitTest_mapped(float x, float y, double radius_squared) const
 {
     if (kind == kAlways) return true;
+    if (!on_screen) return false;
     if (kind == kPolyline) return pointIsNearerThan(screen_points, x, y, radius_squared);
     if (kind != kPoints || count <= 0) return false;
     const auto hittable = std::min(screen_points.size(), static_cast<std::size_t>(count));

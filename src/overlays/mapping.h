@@ -20,7 +20,7 @@ public:
 
     FRect bounds;                        ///< chart pixels
     std::vector<DblPoint> image_points;  ///< chart pixels
-    std::vector<DblPoint> screen_points; ///< device pixels; empty until map_to_screen needs them
+    std::vector<DblPoint> screen_points; ///< device pixels; of use behind a map_to_screen that met the view
     int kind = kNone;
     int count = 0;
     /// Chart pixels for 360 degrees on a chart of the whole world, which repeats sideways; 0 on any other. Set by the
@@ -34,14 +34,22 @@ public:
     void clear();
     /// The rectangle of the image points; without points a zero rectangle.
     void set_bounds();
-    /// Forgets the screen points: all that a pan or zoom has to do.
-    void move_screen() { screen_points.clear(); }
-    /// Makes the screen points if they are missing and the bounds overlap the view. Returns whether to draw.
+    /// The screen points are out of date: all that a pan or zoom has to do.
+    void move_screen() { on_screen = false; }
+    /// Makes the screen points if they are out of date and the bounds overlap the view; otherwise there are none.
+    /// Returns whether to draw.
     bool map_to_screen(const CViewParams& params);
-    /// Whether the screen point (x, y) hits, at a squared distance below `radius_squared`.
+    /// Whether the screen point (x, y) hits, at a squared distance below `radius_squared`. False while the screen
+    /// points are out of date.
     bool HitTest_mapped(float x, float y, double radius_squared) const;
+    /// Whether such a hit is possible at all in that view: false when the bounds lie farther away. Needs no screen
+    /// points.
+    bool MayBeHit(const CViewParams& params, float x, float y, double radius_squared) const;
 
     /// Appends a position (degrees). On a chart of the world the point is placed on that repetition of the chart that
     /// is nearest to the point before it, so that a line across the chart's edge stays one short line.
     void AddPosition(const CPolynomialProjection& projection, double lat, double lon);
+
+private:
+    bool on_screen = false; ///< the screen points belong to the image points and to the view as it is
 };

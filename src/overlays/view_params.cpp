@@ -46,6 +46,19 @@ void CViewParams::ScreenToImage(double sx, double sy, double& x, double& y) cons
     y = sy / scale + offset_y;
 }
 
+void CViewParams::ImageToScreen(std::span<const DblPoint> image, std::span<DblPoint> screen) const
+{
+    // Copies, which the writing cannot change, so that both coordinates go through one instruction each.
+    const double left = offset_x;
+    const double top = offset_y;
+    const double factor = scale;
+    const DblPoint* from = image.data();
+    for (DblPoint& to : screen) {
+        to = {(from->x - left) * factor, (from->y - top) * factor};
+        ++from;
+    }
+}
+
 FRect CViewParams::ImageToScreen(const FRect& image) const
 {
     FRect result;

@@ -2,6 +2,8 @@
 
 #include "core/geometry.h"
 
+#include <span>
+
 /// How one view shows a chart image on the screen: image (x, y) lies on the screen at ((x - offset_x) * scale,
 /// (y - offset_y) * scale). The offset is kept so that image pixels land on whole screen pixels. Screen units are
 /// device pixels, image units chart pixels.
@@ -21,6 +23,8 @@ struct CViewParams {
 
     void ImageToScreen(double x, double y, double& sx, double& sy) const;
     void ScreenToImage(double sx, double sy, double& x, double& y) const;
+    /// Many points at once, to the same bits; as many as `screen` has room for, of at least so many.
+    void ImageToScreen(std::span<const DblPoint> image, std::span<DblPoint> screen) const;
     FRect ImageToScreen(const FRect& image) const;
     FRect ScreenToImage(const FRect& screen) const;
 };
