@@ -100,7 +100,7 @@ extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
             seeds.push_back("1,1,,A," + payload.substr(0, length) + ",0\n");
         seeds.push_back("3,1,1,A," + payload + "\no3,2,1,A," + payload + "\n3,3,1,B," + payload + ",2*00\n");
     }
-    AddBuiltSeeds(argc, argv, seeds);
+    AddBuiltSeeds(argc, argv, seeds, 256);
     return 0;
 }
 
