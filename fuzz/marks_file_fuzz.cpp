@@ -92,7 +92,7 @@ extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
     g_mark_manager.routes.push_back(route);
     route->following = true;
     for (const double lon : {179.0, -179.0, -178.0}) route->AddWaypoint(50.0, lon, nullptr, {}, {});
-    AddBuiltSeeds(argc, argv, {"0" + Built(g_mark_manager.MarksFile()), "1" + Built(g_mark_manager.RoutesFile())});
+    AddBuiltSeeds(argc, argv, {"0" + Built(g_mark_manager.MarksFile()), "1" + Built(g_mark_manager.RoutesFile())}, 700);
     return 0;
 }
 
