@@ -31,10 +31,10 @@ CubicGradient GradientOfCubic(const double (&c)[10], double a, double b);
 /// The length of the gradient of latitude in minutes: nautical miles per pixel; 0 when it is not finite.
 double ScaleOfGradient(const CubicGradient& latitude_by_pixel);
 
-/// One cubic at (a, b), which are numbers or vectors of numbers. The order of the operations is part of the contract:
-/// all ways of mapping a point agree to the last bit.
-template <class Number>
-[[gnu::always_inline]] inline void EvaluateCubic(const double (&c)[10], const Number& a, const Number& b,
+/// One cubic at (a, b), which are numbers or vectors of numbers; so may the coefficients be. The order of the
+/// operations is part of the contract: all ways of mapping a point agree to the last bit.
+template <class Coefficient, class Number>
+[[gnu::always_inline]] inline void EvaluateCubic(const Coefficient (&c)[10], const Number& a, const Number& b,
                                                  Number& result)
 {
     result = c[0] + c[1] * a + c[2] * b + c[3] * a * a + c[4] * a * b + c[5] * b * b + c[6] * a * a * a +

@@ -16,6 +16,9 @@ namespace {
 std::size_t MapInTwos(const CPolynomialProjection& projection, std::span<const GeoPoint> positions, DblPoint* out)
 {
     typedef double vector __attribute__((vector_size(16)));
+    vector forward[2][10]; // each coefficient for both points: spread once, not at every pair
+    for (int i = 0; i < 20; ++i)
+        forward[i / 10][i % 10] = vector{projection.forward[i / 10][i % 10], projection.forward[i / 10][i % 10]};
     const std::size_t paired = positions.size() / 2 * 2;
     for (std::size_t i = 0; i < paired; i += 2) {
         vector points[2], x, y;
@@ -23,8 +26,8 @@ std::size_t MapInTwos(const CPolynomialProjection& projection, std::span<const G
         vector lat = __builtin_shufflevector(points[0], points[1], 0, 2) - projection.lat_shift;
         vector lon = __builtin_shufflevector(points[0], points[1], 1, 3) - projection.lon_shift;
         BringNear(lon, projection.centre_lon);
-        EvaluateCubic(projection.forward[0], lat, lon, x);
-        EvaluateCubic(projection.forward[1], lat, lon, y);
+        EvaluateCubic(forward[0], lat, lon, x);
+        EvaluateCubic(forward[1], lat, lon, y);
         points[0] = __builtin_shufflevector(x, y, 0, 2);
         points[1] = __builtin_shufflevector(x, y, 1, 3);
         std::memcpy(static_cast<void*>(&out[i]), points, sizeof(points));
@@ -36,19 +39,18 @@ std::size_t MapInTwos(const CPolynomialProjection& projection, std::span<const G
 
 /// The terms of EvaluateCubic in its order, for four points. Multiplication and addition stay apart: a fused one would
 /// round differently.
-ZT_AVX2 inline __m256d CubicOfFour(const double (&c)[10], __m256d a, __m256d b)
+ZT_AVX2 inline __m256d CubicOfFour(const __m256d (&c)[10], __m256d a, __m256d b)
 {
-    const auto coefficient = [&c](int i) ZT_AVX2 { return _mm256_broadcast_sd(&c[i]); };
-    __m256d sum = coefficient(0);
-    sum = _mm256_add_pd(sum, _mm256_mul_pd(coefficient(1), a));
-    sum = _mm256_add_pd(sum, _mm256_mul_pd(coefficient(2), b));
-    sum = _mm256_add_pd(sum, _mm256_mul_pd(_mm256_mul_pd(coefficient(3), a), a));
-    sum = _mm256_add_pd(sum, _mm256_mul_pd(_mm256_mul_pd(coefficient(4), a), b));
-    sum = _mm256_add_pd(sum, _mm256_mul_pd(_mm256_mul_pd(coefficient(5), b), b));
-    const __m256d c6a2 = _mm256_mul_pd(_mm256_mul_pd(coefficient(6), a), a);
-    const __m256d c7a2 = _mm256_mul_pd(_mm256_mul_pd(coefficient(7), a), a);
-    const __m256d c8ab = _mm256_mul_pd(_mm256_mul_pd(coefficient(8), a), b);
-    const __m256d c9b2 = _mm256_mul_pd(_mm256_mul_pd(coefficient(9), b), b);
+    __m256d sum = c[0];
+    sum = _mm256_add_pd(sum, _mm256_mul_pd(c[1], a));
+    sum = _mm256_add_pd(sum, _mm256_mul_pd(c[2], b));
+    sum = _mm256_add_pd(sum, _mm256_mul_pd(_mm256_mul_pd(c[3], a), a));
+    sum = _mm256_add_pd(sum, _mm256_mul_pd(_mm256_mul_pd(c[4], a), b));
+    sum = _mm256_add_pd(sum, _mm256_mul_pd(_mm256_mul_pd(c[5], b), b));
+    const __m256d c6a2 = _mm256_mul_pd(_mm256_mul_pd(c[6], a), a);
+    const __m256d c7a2 = _mm256_mul_pd(_mm256_mul_pd(c[7], a), a);
+    const __m256d c8ab = _mm256_mul_pd(_mm256_mul_pd(c[8], a), b);
+    const __m256d c9b2 = _mm256_mul_pd(_mm256_mul_pd(c[9], b), b);
     sum = _mm256_add_pd(sum, _mm256_mul_pd(c6a2, a));
     sum = _mm256_add_pd(sum, _mm256_mul_pd(c7a2, b));
     sum = _mm256_add_pd(sum, _mm256_mul_pd(c8ab, b));
@@ -69,6 +71,8 @@ ZT_AVX2 inline __m256d FourBroughtNear(__m256d lon, double centre_lon)
 ZT_AVX2 std::size_t MapInFours(const CPolynomialProjection& projection, std::span<const GeoPoint> positions,
                                DblPoint* out)
 {
+    __m256d forward[2][10];
+    for (int i = 0; i < 20; ++i) forward[i / 10][i % 10] = _mm256_set1_pd(projection.forward[i / 10][i % 10]);
     const std::size_t fours = positions.size() / 4;
     for (std::size_t i = 0; i < fours; ++i) {
         const double* from = &positions[4 * i].lat;
@@ -79,8 +83,8 @@ ZT_AVX2 std::size_t MapInFours(const CPolynomialProjection& projection, std::spa
         lat = _mm256_sub_pd(lat, _mm256_set1_pd(projection.lat_shift));
         lon = _mm256_sub_pd(lon, _mm256_set1_pd(projection.lon_shift));
         lon = FourBroughtNear(lon, projection.centre_lon);
-        const __m256d x = CubicOfFour(projection.forward[0], lat, lon);
-        const __m256d y = CubicOfFour(projection.forward[1], lat, lon);
+        const __m256d x = CubicOfFour(forward[0], lat, lon);
+        const __m256d y = CubicOfFour(forward[1], lat, lon);
         double* to = &out[4 * i].x;
         _mm256_storeu_pd(to, _mm256_unpacklo_pd(x, y));
         _mm256_storeu_pd(to + 4, _mm256_unpackhi_pd(x, y));
