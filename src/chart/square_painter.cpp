@@ -10,7 +10,7 @@ namespace {
 constexpr int kHalfSide = DIB_square::kSide / 2;
 constexpr int kCellsPerParent = 4;
 /// Scaled squares are painted in strips of so many rows, which stay in the nearest caches in between.
-constexpr int kStripRows = 16;
+constexpr int kStripRows = 4;
 constexpr int kHalvedRows = 64;
 
 class GridPainter {
