@@ -56,7 +56,10 @@ bool CChartHeadReader::ReadExtended()
     if (!items.ReadInto(head.extended_block, extended)) return false;
     if (extended.chart_type >= bytes.Size() || extended.datum_shift >= bytes.Size()) return false;
     if (extended.datum_shift == 0) return true;
-    return items.ReadInto(extended.datum_shift, shift) && std::isfinite(shift[0]) && std::isfinite(shift[1]);
+    if (!items.ReadInto(extended.datum_shift, shift)) return false;
+    // The chart itself opens without such a shift.
+    if (!std::isfinite(shift[0]) || !std::isfinite(shift[1])) shift[0] = shift[1] = 0.0;
+    return true;
 }
 
 bool CChartHeadReader::HasWholePointerTable()

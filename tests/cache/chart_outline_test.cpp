@@ -183,6 +183,16 @@ TEST(ChartOutline, OutlineIsShiftedAndKeptNearTheMiddle)
     EXPECT_FALSE(chart.doesContain(0.5, -172.0));
 }
 
+TEST(ChartOutline, ShiftThatIsNoNumberIsNone)
+{
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    MemoryBytes file =
+        Chart(ChartAt(0.0, 0.0, 3.0, 2).Outline({{-1, -1}, {-1, 1}, {1, 1}, {1, -1}}).DatumShift(0.5, nan));
+    CChartOutline chart;
+    ASSERT_TRUE(chart.ReadFrom(file, "/x.rlt"));
+    EXPECT_DOUBLE_EQ(chart.bounds.lat_max, 1.0);
+}
+
 TEST(ChartOutline, CornersStandUnshifted)
 {
     MemoryBytes file = Chart(ChartAt(0.0, 0.0, 60.0, 1).DatumShift(5.0, 5.0));
