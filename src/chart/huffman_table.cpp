@@ -2,6 +2,7 @@
 
 #include "chart/huffman_leaves.h"
 #include "chart/instruction_set.h"
+#include "chart/reversed_bits.h"
 #include "chart/target_attributes.h"
 
 #include <algorithm>
@@ -14,16 +15,7 @@ constexpr unsigned kSize = HuffmanTable::kSize;
 constexpr unsigned kLongSize = HuffmanTable::kLongSize;
 using Leaf = HuffmanLeaves::Leaf;
 
-constexpr std::array<std::uint8_t, kSize> MakeReversal()
-{
-    std::array<std::uint8_t, kSize> reversed{};
-    for (unsigned i = 0; i < kSize; ++i) {
-        for (int bit = 0; bit < kBits; ++bit)
-            reversed[i] |= static_cast<std::uint8_t>((i >> bit & 1) << (kBits - 1 - bit));
-    }
-    return reversed;
-}
-constexpr auto kReversed = MakeReversal();
+static_assert(kSize == kReversedBits.size());
 
 /// Room behind the last entry for the vector that copies it.
 constexpr unsigned kSlack = 16;
@@ -102,12 +94,12 @@ ZT_ALWAYS_INLINE bool Build(std::span<const std::uint8_t> tree, HuffmanTable& ta
     FillStep(stairs, leaves, kBits);
     for (unsigned i = 1; i <= list.branch_count; ++i) stairs.pixels[kSize + list.branches[i]] = i * kLongSize;
     for (unsigned high = 0; high < kSize; high += 16) {
-        std::uint16_t* const steps = &table.steps[kReversed[high]];
-        std::uint64_t* const pixels = &table.pixels[kReversed[high]];
+        std::uint16_t* const steps = &table.steps[kReversedBits[high]];
+        std::uint64_t* const pixels = &table.pixels[kReversedBits[high]];
 #pragma GCC unroll 16
         for (unsigned low = 0; low < 16; ++low) {
-            steps[kReversed[low]] = stairs.steps[kSize + high + low];
-            pixels[kReversed[low]] = stairs.pixels[kSize + high + low];
+            steps[kReversedBits[low]] = stairs.steps[kSize + high + low];
+            pixels[kReversedBits[low]] = stairs.pixels[kSize + high + low];
         }
     }
     return true;

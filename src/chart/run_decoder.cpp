@@ -1,6 +1,7 @@
 #include "chart/run_decoder.h"
 
 #include "chart/instruction_set.h"
+#include "chart/reversed_bits.h"
 #include "chart/run_stream.h"
 #include "chart/target_attributes.h"
 
@@ -12,7 +13,7 @@
 namespace {
 
 constexpr unsigned kMostTableBits = 11;
-constexpr int kLookupsPerRefill = 56 / kMostTableBits;
+constexpr int kEntriesPerRefill = 56 / kMostTableBits;
 constexpr unsigned kStore = 32; ///< bytes written for a run before it is looked whether that was enough
 
 /// What the next bits, as many as the table has, decode to: up to three single pixels, then one run. From the lowest
@@ -47,20 +48,10 @@ unsigned TableBits(unsigned count)
     return count >= 32768 ? kMostTableBits : count >= 4096 ? 8 : 6;
 }
 
-constexpr std::array<std::uint8_t, 256> MakeReversal()
-{
-    std::array<std::uint8_t, 256> reversed{};
-    for (unsigned i = 0; i < 256; ++i) {
-        for (int bit = 0; bit < 8; ++bit) reversed[i] |= static_cast<std::uint8_t>((i >> bit & 1) << (7 - bit));
-    }
-    return reversed;
-}
-constexpr auto kReversedByte = MakeReversal();
-
 /// Extra bits stand highest first in a stream that is read lowest first.
 ZT_ALWAYS_INLINE unsigned ExtraValue(std::uint64_t bits, unsigned extra_bits)
 {
-    return kReversedByte[bits & 0xFF] >> (8 - extra_bits);
+    return kReversedBits[bits & 0xFF] >> (8 - extra_bits);
 }
 
 void FindFirstSymbols(const RunStream& stream, unsigned table_bits, first_symbols& firsts)
@@ -163,8 +154,8 @@ ZT_ALWAYS_INLINE std::uint8_t TakeEntry(Entry entry, BitBuffer& buffer, unsigned
 }
 
 /// Room that one filling of the buffer may take: ordinary entries and one long run, each with a whole last store.
-constexpr std::ptrdiff_t kRoom = kLookupsPerRefill * (kMostSingles + kStore) + 277 + 2 * kStore;
-constexpr std::ptrdiff_t kRefillReach = 24; ///< two refills: each moves on by up to seven bytes, then eight are read
+constexpr std::ptrdiff_t kRoom = kEntriesPerRefill * (kMostSingles + kStore) + 277 + 2 * kStore;
+constexpr std::ptrdiff_t kTwoRefills = 24; ///< two refills: each moves on by up to seven bytes, then eight are read
 
 /// Decodes until little room or data is left, or a code is longer than the table; answers where.
 ZT_ALWAYS_INLINE unsigned char* DecodeFast(const RunTable& table, BitBuffer& buffer, const unsigned char* data_end,
@@ -172,10 +163,10 @@ ZT_ALWAYS_INLINE unsigned char* DecodeFast(const RunTable& table, BitBuffer& buf
 {
     BitBuffer local = buffer;
     const unsigned mask = table.Size() - 1;
-    while (end - out >= kRoom && data_end - local.from >= kRefillReach) {
+    while (end - out >= kRoom && data_end - local.from >= kTwoRefills) {
         local.Refill();
         Entry entry = 0;
-        for (int i = 0; i < kLookupsPerRefill; ++i) {
+        for (int i = 0; i < kEntriesPerRefill; ++i) {
             entry = table.entries[local.bits & mask];
             const std::uint8_t pixel = TakeEntry(entry, local, out);
             unsigned run = static_cast<unsigned>(entry >> kRunShift) & 0x1FF;
@@ -243,7 +234,7 @@ bool DecodeByTable(RunStream& stream, const unsigned int* words, unsigned int wo
     for (;;) {
         out = decode(table, buffer, data_end, out, end);
         stream.SetBitPosition(buffer.Position(base));
-        if (end - out < kRoom || data_end - buffer.from < kRefillReach) break;
+        if (end - out < kRoom || data_end - buffer.from < kTwoRefills) break;
         if (!DecodeLongCode(stream, out)) return false;
         buffer.Set(base, stream.BitPosition());
     }

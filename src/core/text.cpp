@@ -17,10 +17,6 @@ int UpperAscii(unsigned char c)
 {
     return c >= 'a' && c <= 'z' ? c - ('a' - 'A') : c;
 }
-bool IsDigitAscii(unsigned char c)
-{
-    return c >= '0' && c <= '9';
-}
 
 /// The C locale for this thread while the object lives: what is formatted does not depend on the user's.
 class CNumericCLocale {
@@ -62,7 +58,7 @@ std::string_view TakeDigits(const char*& text)
 {
     while (*text == '0') ++text;
     const char* begin = text;
-    while (IsDigitAscii(static_cast<unsigned char>(*text))) ++text;
+    while (IsDigit(*text)) ++text;
     return {begin, static_cast<std::size_t>(text - begin)};
 }
 
@@ -124,7 +120,7 @@ int _tcsicmp(const char* a, const char* b)
 int alnumcmp(const char* a, const char* b)
 {
     for (;;) {
-        if (IsDigitAscii(static_cast<unsigned char>(*a)) && IsDigitAscii(static_cast<unsigned char>(*b))) {
+        if (IsDigit(*a) && IsDigit(*b)) {
             const int order = CompareDigits(TakeDigits(a), TakeDigits(b));
             if (order != 0) return order;
             continue;

@@ -7,6 +7,10 @@
 /// printf into a string; numbers are written with "." whatever the locale.
 std::string stringprintf(const char* format, ...) __attribute__((format(printf, 1, 2)));
 void appendprintf(std::string& out, const char* format, ...) __attribute__((format(printf, 2, 3)));
+constexpr bool IsDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
 /// "s" unless n is 1.
 const char* plural_s(int n);
 /// Where `upper_needle` (upper case) begins in `text`, ASCII case ignored; null when nowhere.

@@ -83,10 +83,3 @@ inline std::uint64_t BytesEqualTo(std::uint64_t word, unsigned char byte)
     const std::uint64_t differing = word ^ RepeatedByte(byte);
     return ~(((differing & kLowBits) + kLowBits) | differing | kLowBits);
 }
-
-/// One bit for each byte, the lowest for the first, from a word whose bytes are 0x80 or 0.
-inline std::uint64_t BitPerByte(std::uint64_t bytes)
-{
-    constexpr std::uint64_t kGather = 0x0002040810204081; // moves the highest bits of the bytes together
-    return bytes * kGather >> 56;
-}

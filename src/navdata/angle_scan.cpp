@@ -2,6 +2,7 @@
 
 #include "core/lines.h"
 #include "core/numbers.h"
+#include "core/text.h"
 
 #include <algorithm>
 #include <cctype>
@@ -15,11 +16,6 @@ constexpr double kUnreadable = 999.0;
 /// Nobody types more; a pasted novel is no position.
 constexpr std::size_t kLongestText = 200;
 constexpr std::string_view kBeforeSplit = "nNsS0123456789.";
-
-bool IsDigit(char c)
-{
-    return c >= '0' && c <= '9';
-}
 
 bool IsOneOf(char c, std::string_view set)
 {

@@ -1,5 +1,6 @@
 #include "nmea/ais_sentences.h"
 
+#include "core/text.h"
 #include "core/word_bytes.h"
 #include "nmea/nmea_sentence_type.h"
 
@@ -226,12 +227,7 @@ CParts SplitAny(char* text)
 /// A bit for each comma among eight characters, the lowest for the first.
 std::uint64_t CommasOfEight(const char* text)
 {
-    return BitPerByte(BytesEqualTo(LoadEightBytes(text), ','));
-}
-
-bool IsDigit(char c)
-{
-    return c >= '0' && c <= '9';
+    return HighestBits(BytesEqualTo(LoadEightBytes(text), ','));
 }
 
 /// A sentence as receivers send it, "!AIVDM,1,1,,A,payload,0*hh", with a short head and numbers of one digit: without

@@ -1,5 +1,6 @@
 #include "core/calendar.h"
 #include "core/numbers.h"
+#include "core/text.h"
 #include "core/word_bytes.h"
 #include "nmea/nmea_sentence.h"
 
@@ -19,11 +20,6 @@ constexpr double kDegreesPerMinute = 0.016666666666666666;
 bool HasLength(const char* field, std::size_t length)
 {
     return std::memchr(field, 0, length) == nullptr;
-}
-
-bool IsDigit(char c)
-{
-    return c >= '0' && c <= '9';
 }
 
 /// A whole decimal number; what has more than 18 digits is cut short, and large enough all the same.
