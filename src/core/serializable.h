@@ -78,6 +78,8 @@ public:
     bool writing() const { return sink.IsOpen(); }
     /// False once the stream has failed; every later operation fails too.
     bool ok() const { return reading() || writing(); }
+    /// Whether there is nothing left to be read of the innermost section, or of the file; false when writing.
+    bool atEnd() const { return reading() && Position() >= Limit(); }
     /// Whether one more section may be opened inside the innermost one.
     bool CanNest() const { return depth < kDeepestNesting; }
     /// Closes the stream: what was read after this cannot be trusted, what was written is incomplete.
@@ -231,7 +233,7 @@ bool CSerializableDeclareStatic(CSerializable::Section& section, std::list<T*>& 
 {
     constexpr std::uint32_t kMostElements = 10'000'000;
     auto count = static_cast<std::uint32_t>(list.size());
-    if (section.writing()) {
+    if (!section.reading()) { // a stream that failed while writing leaves the list alone
         if (!section.declare_count(count, kMostElements)) return false;
         for (T* element : list)
             if (!element->Serialize(section.stream)) return false;

@@ -33,9 +33,10 @@ void COverlayRoute::AfterReading()
 
 bool COverlayRoute::SyncObject(IOStream& stream, double)
 {
+    const bool reading = stream.reading();
     const bool was_followed = g_mark_manager.navigation.route == this;
     const bool whole = Serialize(stream);
-    if (stream.writing()) return whole;
+    if (!reading) return whole;
     if (whole && following && !was_followed) g_mark_manager.SetFollowRoute(this);
     following = g_mark_manager.navigation.route == this;
     return whole;

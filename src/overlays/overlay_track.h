@@ -82,6 +82,8 @@ public:
     /// The part from that point on becomes a track of its own; the point is in both. A recording goes on in the new
     /// one.
     void SplitTrack(CTrackSection* section, int index);
+    /// Appends the points of `part`, which is the same track's next part in a file.
+    void TakePart(const COverlayTrack& part);
     /// Takes all points of the other track, which is deleted; its recording goes on in this one.
     void JoinTrack(COverlayTrack* other);
 

@@ -12,19 +12,20 @@ const COverlayTrack::cType COverlayTrack::cType::track_type;
 
 bool COverlayTrack::Serialize(IOStream& stream)
 {
+    const bool reading = stream.reading(); // a stream that fails does neither any more
     Section section(stream);
     const bool begun = section.declare(name) && section.declarecolor(colour) && section.declare(line_width) &&
                        SerializeSections(section);
     const bool whole = begun && section.declare(comment) && section.declare(line_style) &&
                        (section.atEnd() || SerializeSyncable(stream)) && section.declare(category);
-    if (section.writing()) return whole;
+    if (!reading) return whole;
     AfterReading();
     return whole || !sections.empty();
 }
 
 bool COverlayTrack::SerializeSections(Section& section)
 {
-    return section.writing() ? CSerializableDeclareStatic(section, sections) : ReadSections(section);
+    return section.reading() ? ReadSections(section) : CSerializableDeclareStatic(section, sections);
 }
 
 bool COverlayTrack::ReadSections(Section& section)
@@ -51,6 +52,12 @@ void COverlayTrack::Append(const CTrackSection& piece)
 {
     for (const CTrackPoint& point : piece.Points())
         if (sections.empty() || point != sections.back()->Last()) PackPoint(point, false);
+}
+
+void COverlayTrack::TakePart(const COverlayTrack& part)
+{
+    for (const CTrackSection* section : part.sections) Append(*section);
+    ClearStats();
 }
 
 void COverlayTrack::AfterReading()

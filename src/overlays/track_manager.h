@@ -20,6 +20,8 @@ class CTrackManager : public std::list<COverlayTrack*>,
                       public Listener<CDataStartTimer> {
 public:
     static bool doRecordTrack; ///< setting: recording is on
+    /// What a section of the file holds at most; what is more goes into another. A test makes it smaller.
+    static std::size_t most_bytes_in_section;
 
     bool tracks_modified = false; ///< something has changed since the last saving
 
@@ -78,6 +80,7 @@ public:
 
 private:
     class Persistant;
+    class CWriter;
     /// What the next point does, whatever its distance in space and time.
     enum class NextPoint {
         kFollowsRule,
@@ -93,7 +96,9 @@ private:
     void CloseSimulation();
     void Destroy(COverlayTrack* track);
     void PruneTombstones();
-    bool ReadTracks(Section& section);
+    bool ReadTracks(IOStream& stream);
+    bool ReadList(Section& section);
+    bool WriteTracks(IOStream& stream);
     COverlayTrack* FindEnd(const CTrackPoint* (COverlayTrack::*end)() const, double lat, double lon,
                            double max_distance_squared, const COverlayTrack* except) const;
 

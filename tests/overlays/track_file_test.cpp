@@ -4,6 +4,7 @@
 #include <cmath>
 #include <fstream>
 #include <iterator>
+#include <utility>
 
 namespace {
 
@@ -169,6 +170,26 @@ TEST_F(TrackTest, TracksComeBackAsTheyWere)
     EXPECT_EQ(read.object_id, id);
     EXPECT_EQ(g_track_manager.DefaultName(), "Trip 1");
     EXPECT_FALSE(g_track_manager.tracks_modified);
+}
+
+TEST_F(TrackTest, TracksBeyondOneSectionOfTheFileComeBackAsWell)
+{
+    for (const std::size_t room : {std::size_t{1}, std::size_t{7000}, std::size_t{30'000}}) {
+        g_track_manager.ClearAll();
+        std::vector<std::vector<CTrackPoint>> points;
+        for (const int count : {3, 500, 3, 1000, 64}) points.push_back(PointsOf(*MakeTrack("track", count)));
+        g_track_manager.DefaultTrack().name = "Trip #";
+        const std::size_t usual = std::exchange(CTrackManager::most_bytes_in_section, room);
+        EXPECT_TRUE(Restart());
+        CTrackManager::most_bytes_in_section = usual;
+        ASSERT_EQ(g_track_manager.size(), points.size());
+        std::size_t i = 0;
+        for (const COverlayTrack* track : g_track_manager) {
+            EXPECT_EQ(PointsOf(*track), points[i++]);
+            EXPECT_TRUE(IsConnected(*track));
+        }
+        EXPECT_EQ(g_track_manager.DefaultName(), "Trip 1");
+    }
 }
 
 TEST_F(TrackTest, TrivialTracksWithoutAnIdVanishWhenRead)
