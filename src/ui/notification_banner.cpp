@@ -12,8 +12,21 @@
 void CNotificationDlg::SetTexts(const QString& title, const QString& message)
 {
     if (m_title == title && m_message == message) return;
+    const bool first = m_title.isEmpty();
     m_title = title;
     m_message = message;
+    if (first) {
+        emit changed();
+    } else if (!telling) {
+        // Many alarms may come at once: the long text is laid out for the last of them alone.
+        telling = true;
+        QMetaObject::invokeMethod(this, &CNotificationDlg::TellChanged, Qt::QueuedConnection);
+    }
+}
+
+void CNotificationDlg::TellChanged()
+{
+    telling = false;
     emit changed();
 }
 

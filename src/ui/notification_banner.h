@@ -20,6 +20,7 @@ public:
     QString message() const { return m_message; }
     /// The manager whose alarms are shown; it outlives the banner.
     void SetManager(UserNotificationManager& of) { manager = &of; }
+    /// The window shows further texts when the event loop is reached again.
     void SetTexts(const QString& title, const QString& message);
     /// Takes the keyboard, unless the user is busy in a dialog, and gives it back.
     void TakeFocus();
@@ -32,7 +33,10 @@ signals:
     void focusWanted();
 
 private:
+    void TellChanged();
+
     UserNotificationManager* manager = nullptr;
+    bool telling = false; ///< TellChanged is on its way
     QPointer<QQuickItem> focus_before;
     QString m_title;
     QString m_message;
