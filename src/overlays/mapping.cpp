@@ -44,16 +44,6 @@ bool CMapping::map_to_screen(const CViewParams& params)
     return overlaps || kind == kAlways;
 }
 
-bool CMapping::MayBeHit(const CViewParams& params, float x, float y, double radius_squared) const
-{
-    if (kind == kAlways) return true;
-    const FRect box = params.ImageToScreen(bounds);
-    const double dx = std::max({box.left - x, x - box.right, 0.0});
-    const double dy = std::max({box.top - y, y - box.bottom, 0.0});
-    constexpr double kRounding = 1.0 + 1e-9; // of the distances to the points themselves
-    return dx * dx + dy * dy <= radius_squared * kRounding;
-}
-
 bool CMapping::HitTest_mapped(float x, float y, double radius_squared) const
 {
     if (kind == kAlways) return true;

@@ -3,6 +3,7 @@
 #include "core/geometry.h"
 #include "overlays/view_params.h"
 
+#include <algorithm>
 #include <vector>
 
 class CPolynomialProjection;
@@ -44,7 +45,14 @@ public:
     bool HitTest_mapped(float x, float y, double radius_squared) const;
     /// Whether such a hit is possible at all in that view: false when the bounds lie farther away. Needs no screen
     /// points.
-    bool MayBeHit(const CViewParams& params, float x, float y, double radius_squared) const;
+    bool MayBeHit(const CViewParams& params, float x, float y, double radius_squared) const
+    {
+        constexpr double kRounding = 1.0 + 1e-9; // of the distances to the points themselves
+        const FRect box = params.ImageToScreen(bounds);
+        const double dx = std::max(std::max(box.left - x, x - box.right), 0.0);
+        const double dy = std::max(std::max(box.top - y, y - box.bottom), 0.0);
+        return kind == kAlways || dx * dx + dy * dy <= radius_squared * kRounding;
+    }
 
     /// Appends a position (degrees). On a chart of the world the point is placed on that repetition of the chart that
     /// is nearest to the point before it, so that a line across the chart's edge stays one short line.

@@ -34,12 +34,6 @@ void CViewParams::ApplyDelta(double& dx, double& dy)
     dy = (old_y - offset_y) * scale;
 }
 
-void CViewParams::ImageToScreen(double x, double y, double& sx, double& sy) const
-{
-    sx = (x - offset_x) * scale;
-    sy = (y - offset_y) * scale;
-}
-
 void CViewParams::ScreenToImage(double sx, double sy, double& x, double& y) const
 {
     x = sx / scale + offset_x;
@@ -52,19 +46,18 @@ void CViewParams::ImageToScreen(std::span<const DblPoint> image, std::span<DblPo
     const double left = offset_x;
     const double top = offset_y;
     const double factor = scale;
-    const DblPoint* from = image.data();
-    for (DblPoint& to : screen) {
-        to = {(from->x - left) * factor, (from->y - top) * factor};
-        ++from;
+    const DblPoint* const from = image.data();
+    DblPoint* const to = screen.data();
+    const std::size_t count = screen.size();
+    const auto map = [=](std::size_t i) { to[i] = {(from[i].x - left) * factor, (from[i].y - top) * factor}; };
+    std::size_t i = 0;
+    for (; i + 4 <= count; i += 4) {
+        map(i);
+        map(i + 1);
+        map(i + 2);
+        map(i + 3);
     }
-}
-
-FRect CViewParams::ImageToScreen(const FRect& image) const
-{
-    FRect result;
-    ImageToScreen(image.left, image.top, result.left, result.top);
-    ImageToScreen(image.right, image.bottom, result.right, result.bottom);
-    return result;
+    for (; i < count; ++i) map(i);
 }
 
 FRect CViewParams::ScreenToImage(const FRect& screen) const

@@ -21,10 +21,20 @@ struct CViewParams {
     /// Scrolls by a screen delta and writes back the delta that whole pixels allowed.
     void ApplyDelta(double& dx, double& dy);
 
-    void ImageToScreen(double x, double y, double& sx, double& sy) const;
+    void ImageToScreen(double x, double y, double& sx, double& sy) const
+    {
+        sx = (x - offset_x) * scale;
+        sy = (y - offset_y) * scale;
+    }
     void ScreenToImage(double sx, double sy, double& x, double& y) const;
     /// Many points at once, to the same bits; as many as `screen` has room for, of at least so many.
     void ImageToScreen(std::span<const DblPoint> image, std::span<DblPoint> screen) const;
-    FRect ImageToScreen(const FRect& image) const;
+    FRect ImageToScreen(const FRect& image) const
+    {
+        FRect result;
+        ImageToScreen(image.left, image.top, result.left, result.top);
+        ImageToScreen(image.right, image.bottom, result.right, result.bottom);
+        return result;
+    }
     FRect ScreenToImage(const FRect& screen) const;
 };
