@@ -1,9 +1,7 @@
 #include "navdata/fast_trigonometry.h"
 
 #include <algorithm>
-#include <bit>
 #include <cmath>
-#include <cstdint>
 
 namespace {
 
@@ -55,20 +53,13 @@ float fold_difference(float degrees)
 
 namespace {
 
-/// What is known of a whole degree of the full circle.
-struct Degree {
-    float sine;
-    float cosine;
-    float up_from; ///< from this fraction of a degree on the next one is nearer
-};
-
 /// The circle, mirrored from the quadrant of the table. Rounding is that of the mirrored angle: half degrees go towards
 /// east and west.
-constexpr std::array<Degree, 361> MakeCircle()
+constexpr std::array<CDegree, 361> MakeCircle()
 {
     constexpr float kHalf = 0.5F, kAboveHalf = 0.50000006F;
     const auto sines = MakeSines();
-    std::array<Degree, 361> circle{};
+    std::array<CDegree, 361> circle{};
     for (std::size_t d = 0; d < circle.size(); ++d) {
         const std::size_t to_south = d > 180 ? 360 - d : d;
         const std::size_t to_axis = to_south > 90 ? 180 - to_south : to_south;
@@ -78,28 +69,10 @@ constexpr std::array<Degree, 361> MakeCircle()
     }
     return circle;
 }
-constexpr std::array<Degree, 361> kCircle = MakeCircle();
-
-// Kept apart so that the usual way needs no stack.
-[[gnu::noinline, gnu::cold]] void FoldAndLookUp(float degrees, float& sine, float& cosine)
-{
-    fast_sin_cos(fold_degrees(degrees), sine, cosine);
-}
 
 } // namespace
 
-void fast_sin_cos(float degrees, float& sine, float& cosine)
-{
-    // Below 0, above a turn and no number at all, in one comparison: the bits of positive numbers sort as they do.
-    if (std::bit_cast<std::uint32_t>(degrees) > std::bit_cast<std::uint32_t>(kTurn))
-        return FoldAndLookUp(degrees, sine, cosine);
-    int nearest = static_cast<int>(degrees);
-    const float fraction = degrees - static_cast<float>(nearest);
-    nearest += fraction >= kCircle[static_cast<std::size_t>(nearest)].up_from ? 1 : 0;
-    const Degree& found = kCircle[static_cast<std::size_t>(nearest)];
-    sine = found.sine;
-    cosine = found.cosine;
-}
+constinit const std::array<CDegree, 361> degree_circle = MakeCircle();
 
 float fast_atan2(float cosine, float sine)
 {
