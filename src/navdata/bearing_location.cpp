@@ -15,7 +15,7 @@ void CUnits::SetBearingLocation(double lat, double lon, double time)
     const double north = lat - bearing_lat;
     const double east = lon - bearing_lon;
     if (!(north * north + east * east >= kFarEnough)) return;
-    magnetic_variation = get_magnetic_declination(MagneticModelFile(time).c_str(), lat, lon, kAltitude, time);
+    magnetic_variation = get_magnetic_declination(MagneticModelFile(time), lat, lon, kAltitude, time);
     bearing_lat = lat;
     bearing_lon = lon;
     bearing_time = time;

@@ -1,6 +1,8 @@
 #include "navdata/grid_position.h"
 #include "navdata/position_format.h"
 
+#include <algorithm>
+#include <cctype>
 #include <cstring>
 
 #include <GeographicLib/MGRS.hpp>
@@ -37,6 +39,8 @@ public:
         if (text == nullptr || strnlen(text, kLongestReference) == kLongestReference) return false;
         std::string reference = text;
         std::erase_if(reference, [](char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; });
+        const auto is_part = [](unsigned char c) { return std::isalnum(c) != 0; };
+        if (!std::all_of(reference.begin(), reference.end(), is_part)) return false; // spares the library's exception
         try {
             int zone, precision;
             bool north;

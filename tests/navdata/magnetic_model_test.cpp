@@ -215,7 +215,7 @@ TEST(MagneticModel, TheDateChoosesTheEpoch)
         double year;
         const char* path;
     } cases[] = {{1990.0, k2020}, {2020.5, k2020}, {2024.9, k2020}, {2025.1, k2025}, {2029.9, k2025}, {2060.0, k2025}};
-    for (const auto& c : cases) EXPECT_EQ(MagneticModelFile((c.year - 1970.0) * 3.14712e7), c.path) << c.year;
+    for (const auto& c : cases) EXPECT_STREQ(MagneticModelFile((c.year - 1970.0) * 3.14712e7), c.path) << c.year;
 }
 
 } // namespace

@@ -274,9 +274,8 @@ TEST_F(OwnShipMotion, AStreamOfPositionsAllocatesNothing)
     CMappingView view;
     CChangeLog changes(ship);
     changes.log.reserve(100000);
-    // The magnetic variation is computed anew a degree from its last place: here, not on the way.
-    CUnits::Default->SetBearingLocation(ship.latitude - 5.0, ship.longitude, voyage.now);
     voyage.Sail(90.0F, 5.0F, 10);
+    CUnits::Default->bearing_lat += 5.0; // far enough for the magnetic variation to be computed anew
     const CAllocationCounter allocations;
     voyage.Sail(90.0F, 5.0F, 5000);
     EXPECT_EQ(allocations.Count(), 0U);
