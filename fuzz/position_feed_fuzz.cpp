@@ -1,3 +1,4 @@
+#include "built_seeds.h"
 #include "core/clock.h"
 #include "core/heartbeat.h"
 #include "navdata/feeds/feed_gps_position.h"
@@ -114,9 +115,11 @@ struct CDispatched : Listener<CDataGPSPosition> {
 
 } // namespace
 
-extern "C" int LLVMFuzzerInitialize(int*, char***)
+extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
 {
     SetClock([] { return clock_now; });
+    // To some 20 sentences, twice what the history of positions holds.
+    AddBuiltSeeds(argc, argv, {std::string(40, 0)}, 400);
     return 0;
 }
 
@@ -145,7 +148,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             SendMotion(feed, fields);
             break;
         case 5:
-            for (int ticks = fields.byte() % 64; ticks > 0; --ticks) CHeartbeat::TheHeartbeat.Pulse();
+            // Less than the watchdog's 50, or more.
+            for (int ticks = fields.byte() % 2 == 0 ? 1 : 51; ticks > 0; --ticks) CHeartbeat::TheHeartbeat.Pulse();
             break;
         default:
             clock_now += fields.byte();
