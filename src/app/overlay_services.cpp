@@ -6,12 +6,10 @@
 COverlayServices::COverlayServices()
 {
     SetBackgroundActivity(this);
-    SetSimulationTrack(this);
 }
 
 COverlayServices::~COverlayServices()
 {
-    SetSimulationTrack(nullptr);
     SetBackgroundActivity(nullptr);
 }
 
@@ -23,14 +21,4 @@ bool COverlayServices::RecordsInBackground() const
 bool COverlayServices::IsRecordingTrack() const
 {
     return CTrackManager::doRecordTrack;
-}
-
-void COverlayServices::StartSimulation()
-{
-    g_track_manager.StartSimulation();
-}
-
-void COverlayServices::EndSimulation()
-{
-    g_track_manager.EndSimulation();
 }

@@ -2,28 +2,41 @@
 
 #include "core/files.h"
 #include "nmea/transports/simulation.h"
+#include "overlays/track_manager.h"
 
 namespace {
 
-struct TrackLog : ISimulationTrack {
-    void StartSimulation() override { log += "S"; }
-    void EndSimulation() override { log += "E"; }
-    std::string log;
-};
-
-/// Publishes a position for every wind sentence, as the feed does for those of a receiver.
+/// Publishes a position under way for every wind sentence, as the feed does for those of a receiver, and records it.
 class Simulation : public CTransportTest {
 protected:
     void SetUp() override
     {
         CTransportTest::SetUp();
-        SetSimulationTrack(&track);
+        Recorder().Connect();
+        CTrackManager::doRecordTrack = true;
     }
     void TearDown() override
     {
-        SetSimulationTrack(nullptr);
-        CNMEASimulation::filename.clear();
         CTransportTest::TearDown();
+        CNMEASimulation::filename.clear();
+        CTrackManager::doRecordTrack = false;
+        Recorder().Disconnect();
+        g_track_manager.ClearAll();
+    }
+    static Listener<CDataGPSPosition>& Recorder() { return g_track_manager; }
+    void Publish(unsigned status)
+    {
+        CDataGPSPosition position;
+        position.set_latlon(0.01 * ++positions, 10.0);
+        position.time = 1.7e9 + 60.0 * positions;
+        position.status = status;
+        DispatchToListeners(position);
+    }
+    static std::vector<std::string> TrackNames()
+    {
+        std::vector<std::string> names;
+        for (const COverlayTrack* track : g_track_manager) names.push_back(track->name);
+        return names;
     }
     void Play(const std::string& content)
     {
@@ -42,11 +55,8 @@ protected:
     }
 
     int seconds = 0;
-    TrackLog track;
-    CHearing<CNMEA_Instruments::MWV> wind{[](CNMEA_Instruments::MWV&) {
-        CDataGPSPosition position;
-        DispatchToListeners(position);
-    }};
+    int positions = 0;
+    CHearing<CNMEA_Instruments::MWV> wind{[this](CNMEA_Instruments::MWV&) { Publish(CDataGPSPosition::kSimulated); }};
 };
 
 const std::string kPosition = WithChecksum("$IIMWV,10.0,R,5.0,N,A") + "\r\n";
@@ -58,12 +68,16 @@ TEST_F(Simulation, OnePositionASecondSetsThePace)
     Second();
     EXPECT_EQ(heard, (std::vector<int>{1, 2, 3}));
     Second();
-    EXPECT_EQ(track.log, "S");
+    using Names = std::vector<std::string>;
+    EXPECT_EQ(TrackNames(), Names{"Simulation"});
     Second();
     EXPECT_EQ(heard, (std::vector<int>{1, 2, 3, 4, 1, 2})) << "the end of the file is its beginning";
-    EXPECT_EQ(track.log, "SS");
+    EXPECT_EQ(TrackNames(), (Names{"Simulation", "Simulation"}));
     CDataConnection::AppWasDestroyed();
-    EXPECT_EQ(track.log, "SSE");
+    EXPECT_EQ(TrackNames(), Names{"Simulation"}) << "the one just begun is dropped";
+    Publish(CDataGPSPosition::kFix);
+    ASSERT_EQ(TrackNames().size(), 2U);
+    EXPECT_NE(TrackNames().back(), "Simulation") << "what follows is another track";
 }
 
 TEST_F(Simulation, WithoutPositionsThirtyLinesASecond)
@@ -111,7 +125,6 @@ TEST_F(Simulation, AMegabyteWithoutASentenceDoesNotHoldUpTheProgram)
     while (heard.empty() && seconds < 10) Second();
     EXPECT_EQ(heard, std::vector<int>{5});
     EXPECT_EQ(seconds, 5) << "a quarter of a megabyte a second";
-    EXPECT_EQ(track.log, "S");
 }
 
 TEST_F(Simulation, AFileThatIsNoneIsAStatus)

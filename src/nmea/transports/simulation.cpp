@@ -4,9 +4,8 @@
 #include "core/persistant_data.h"
 #include "nmea/nmea_sentence.h"
 #include "overlays/gps_position.h"
+#include "overlays/track_manager.h"
 #include "ui/file_dialogs.h"
-
-#include <utility>
 
 std::string CNMEASimulation::filename;
 
@@ -25,14 +24,8 @@ constexpr int kLinesPerSecond = 30;
 constexpr int kBytesPerSecond = 1 << 18;
 
 CNMEASimulation::Persistant simulation_persistor;
-ISimulationTrack* simulation_track = nullptr;
 
 } // namespace
-
-ISimulationTrack* SetSimulationTrack(ISimulationTrack* track)
-{
-    return std::exchange(simulation_track, track);
-}
 
 CNMEASimulation::CNMEASimulation() : Counter(kTicksPerSecond)
 {
@@ -76,7 +69,7 @@ bool CNMEASimulation::Open()
 void CNMEASimulation::StartAgain()
 {
     COverlayGPSPosition::theLatestPosition.reset_history();
-    if (simulation_track != nullptr) simulation_track->StartSimulation();
+    g_track_manager.StartSimulation();
 }
 
 void CNMEASimulation::Close()
@@ -84,7 +77,7 @@ void CNMEASimulation::Close()
     if (file == nullptr) return;
     Listener<CDataGPSPosition>::Disconnect();
     COverlayGPSPosition::theLatestPosition.reset_history();
-    if (simulation_track != nullptr) simulation_track->EndSimulation();
+    g_track_manager.EndSimulation();
     std::fclose(file);
     file = nullptr;
     closed = true;

@@ -8,20 +8,8 @@
 #include <cstdio>
 #include <string>
 
-/// What a simulation tells the record of tracks, so that its points become a track of their own. The room of the tracks
-/// fills it in.
-struct ISimulationTrack {
-    virtual ~ISimulationTrack() = default;
-    /// The next point begins another track.
-    virtual void StartSimulation() = 0;
-    /// The simulated voyage is over.
-    virtual void EndSimulation() = 0;
-};
-/// Sets who is told and returns the one before; null is allowed. It must outlive its use.
-ISimulationTrack* SetSimulationTrack(ISimulationTrack* track);
-
 /// Plays a recorded file of sentences, over and over. The positions in it set the pace: one a second, whatever stands
-/// between them, and 30 lines a second when there are none.
+/// between them, and 30 lines a second when there are none. Each time through becomes a track of its own.
 class CNMEASimulation : public CDataConnection, protected CHeartbeat::Counter, protected Listener<CDataGPSPosition> {
 public:
     class Persistant;
