@@ -83,17 +83,7 @@ CDlg_gps_setup {
                     Accessible.name: "Number of rings"
                 }
             }
-            Label {
-                objectName: "problem"
-                visible: dlg.problem.length > 0
-                text: dlg.problem
-                textFormat: Text.PlainText
-                color: Material.color(Material.Red)
-                wrapMode: Text.Wrap
-                Layout.fillWidth: true
-                Accessible.role: Accessible.AlertMessage
-                Accessible.name: text
-            }
+            ProblemLabel { text: dlg.problem }
             RowLayout {
                 Label { text: "Colour: " }
                 Rectangle {

@@ -1,6 +1,5 @@
 import QtQuick
 import QtQuick.Controls
-import QtQuick.Controls.Material
 import QtQuick.Layouts
 import com.zentara.zt
 
@@ -42,16 +41,7 @@ CDlg_tcp_setup {
                 onAccepted: frame.accepted()
                 Accessible.name: "Port"
             }
-            Label {
-                objectName: "problem"
-                visible: dlg.problem.length > 0
-                text: dlg.problem
-                color: Material.color(Material.Red)
-                wrapMode: Text.Wrap
-                Layout.fillWidth: true
-                Accessible.role: Accessible.AlertMessage
-                Accessible.name: text
-            }
+            ProblemLabel { text: dlg.problem }
             RowLayout {
                 Label {
                     text: "Instant Acquisition (Vesper): "

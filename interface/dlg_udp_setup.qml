@@ -1,6 +1,5 @@
 import QtQuick
 import QtQuick.Controls
-import QtQuick.Controls.Material
 import QtQuick.Layouts
 import com.zentara.zt
 
@@ -32,16 +31,7 @@ CDlg_udp_setup {
                 onAccepted: frame.accepted()
                 Accessible.name: "Port"
             }
-            Label {
-                objectName: "problem"
-                visible: dlg.problem.length > 0
-                text: dlg.problem
-                color: Material.color(Material.Red)
-                wrapMode: Text.Wrap
-                Layout.fillWidth: true
-                Accessible.role: Accessible.AlertMessage
-                Accessible.name: text
-            }
+            ProblemLabel { text: dlg.problem }
         }
     }
 }

@@ -1,17 +1,11 @@
 #include "nmea/transports/tcp_setup.h"
 
-#include "nmea/transports/network_name.h"
 #include "nmea/transports/port_number.h"
 #include "nmea/transports/tcp_connection.h"
 
 void CDlg_tcp_setup::show_dialog(ZT_HWND view, CTCPIPConnection* connection, const std::function<void(bool)>& done)
 {
     ShowSetupDialog<CDlg_tcp_setup>(view, connection, done);
-}
-
-QString CDlg_tcp_setup::network()
-{
-    return QString::fromStdString(getCurrentNetworkName());
 }
 
 QString CDlg_tcp_setup::host() const
@@ -38,11 +32,10 @@ void CDlg_tcp_setup::accept(const QString& host, const QString& port, bool insta
 {
     const int number = PortFromText(port.toStdString());
     const std::string server = host.trimmed().toStdString();
-    m_problem = server.empty() ? QStringLiteral("The host is missing")
-                : number == 0  ? QString::fromUtf8(kPortProblem)
-                               : QString();
-    emit problemChanged();
-    if (!m_problem.isEmpty()) return;
+    const auto problem = server.empty() ? QStringLiteral("The host is missing")
+                         : number == 0  ? QString::fromUtf8(kPortProblem)
+                                        : QString();
+    if (Refuse(problem)) return;
     CTCPIPConnection::Remember({server, number, instant_acquisition, reconnect});
     connection->SetReconnect(reconnect);
     connection->Setup(server, number, instant_acquisition);

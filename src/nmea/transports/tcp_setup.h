@@ -5,38 +5,28 @@
 class CTCPIPConnection;
 
 /// Where the TCP server is.
-class CDlg_tcp_setup : public CConnectionSetupDialog {
+class CDlg_tcp_setup : public CNetworkSetupDialog {
     Q_OBJECT
-    Q_PROPERTY(QString network READ network CONSTANT)
     Q_PROPERTY(QString host READ host CONSTANT)
     Q_PROPERTY(QString port READ port CONSTANT)
     Q_PROPERTY(bool instantAcquisition READ instantAcquisition CONSTANT)
     Q_PROPERTY(bool reconnect READ reconnect CONSTANT)
-    Q_PROPERTY(QString problem READ problem NOTIFY problemChanged)
 
 public:
     static constexpr const char* dialog_url = "qrc:/dlg_tcp_setup.qml";
-    using CConnectionSetupDialog::CConnectionSetupDialog;
+    using CNetworkSetupDialog::CNetworkSetupDialog;
 
     static void show_dialog(ZT_HWND view, CTCPIPConnection* connection, const std::function<void(bool)>& done);
     void Init(CTCPIPConnection* to_set_up) { connection = to_set_up; }
 
-    /// The network that the computer has joined.
-    static QString network();
     QString host() const;
     QString port() const;
     bool instantAcquisition() const;
     bool reconnect() const;
-    /// Why the last acceptance was refused; empty: it was not.
-    QString problem() const { return m_problem; }
 
     /// Takes the values and closes. A host or port that cannot be one leaves the dialog open, with the problem.
     Q_INVOKABLE void accept(const QString& host, const QString& port, bool instant_acquisition, bool reconnect);
 
-signals:
-    void problemChanged();
-
 private:
     CTCPIPConnection* connection = nullptr;
-    QString m_problem;
 };

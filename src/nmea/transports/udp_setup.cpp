@@ -1,17 +1,11 @@
 #include "nmea/transports/udp_setup.h"
 
-#include "nmea/transports/network_name.h"
 #include "nmea/transports/port_number.h"
 #include "nmea/transports/udp_connection.h"
 
 void CDlg_udp_setup::show_dialog(ZT_HWND view, CUDPConnection* connection, const std::function<void(bool)>& done)
 {
     ShowSetupDialog<CDlg_udp_setup>(view, connection, done);
-}
-
-QString CDlg_udp_setup::network()
-{
-    return QString::fromStdString(getCurrentNetworkName());
 }
 
 QString CDlg_udp_setup::port() const
@@ -22,9 +16,7 @@ QString CDlg_udp_setup::port() const
 void CDlg_udp_setup::accept(const QString& port)
 {
     const int number = PortFromText(port.toStdString());
-    m_problem = number == 0 ? QString::fromUtf8(kPortProblem) : QString();
-    emit problemChanged();
-    if (number == 0) return;
+    if (Refuse(number == 0 ? QString::fromUtf8(kPortProblem) : QString())) return;
     CUDPConnection::Remember(number);
     connection->Setup(number);
     closeDialog(kAccepted);
