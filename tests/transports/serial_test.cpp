@@ -7,6 +7,7 @@
 #include <fcntl.h>
 #include <pty.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -60,6 +61,22 @@ private:
     int slave = -1;
 };
 
+/// Acts as a user who owns no device, where the tests run as one who may do everything.
+class CPlainUser {
+public:
+    CPlainUser() { is_switched = geteuid() == 0 && seteuid(kNobody) == 0; }
+    ~CPlainUser()
+    {
+        if (is_switched && seteuid(0) != 0) std::abort();
+    }
+    CPlainUser(const CPlainUser&) = delete;
+    CPlainUser& operator=(const CPlainUser&) = delete;
+
+private:
+    static constexpr uid_t kNobody = 65534;
+    bool is_switched = false;
+};
+
 class Serial : public CTransportTest {
 protected:
     void SetUp() override
@@ -106,6 +123,20 @@ TEST_F(Serial, ReadsAndWrites)
     connection.Close();
     EXPECT_FALSE(connection.Output("x"));
     EXPECT_TRUE(connection.closed);
+}
+
+TEST_F(Serial, APortThatRefusesWritingIsReadAllTheSame)
+{
+    ASSERT_EQ(chmod(pty.path.c_str(), S_IRUSR | S_IRGRP | S_IROTH), 0);
+    {
+        const CPlainUser user;
+        Open();
+    }
+    EXPECT_EQ(connection.status, "Opened " + pty.path + " read-only\n");
+    ASSERT_TRUE(pty.Write(Water(4)));
+    EXPECT_TRUE(WaitHeard(1));
+    EXPECT_FALSE(connection.Output("$ECRMB\r\n"));
+    EXPECT_EQ(pty.Read(), "");
 }
 
 TEST_F(Serial, AFloodIsCutAndLoggedAndWhatFollowsIsHeard)
