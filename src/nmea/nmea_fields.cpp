@@ -92,10 +92,6 @@ int FullYear(int year)
     return year < 100 ? 2000 + year : 1900 + year;
 }
 
-} // namespace
-
-namespace {
-
 void SplitUpTo(char* end, char* text, int count, char** args)
 {
     if (count < 1) return;
