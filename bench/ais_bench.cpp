@@ -1,4 +1,5 @@
 #include "chart/polynomial_projection.h"
+#include "core/files.h"
 #include "navdata/feeds/ais_target_manager.h"
 #include "nmea/ais_sentences.h"
 #include "overlays/gps_position.h"
@@ -14,6 +15,7 @@
 
 #include <QImage>
 #include <QPainter>
+#include <QTemporaryDir>
 
 namespace {
 
@@ -81,10 +83,23 @@ struct CLogScene {
         text = writer.Text();
         copy.resize(text.size());
     }
+    /// The log as a file, for others to read.
+    std::string File()
+    {
+        if (path.empty()) {
+            path = folder.filePath(QStringLiteral("log.nmea")).toStdString();
+            if (!write_to_file(path, text)) std::abort();
+        }
+        return path;
+    }
     void Copy() { std::memcpy(copy.data(), text.data(), text.size()); }
 
     std::string text;
     std::vector<char> copy;
+
+private:
+    QTemporaryDir folder;
+    std::string path;
 };
 
 CLogScene& TheLog()
@@ -224,6 +239,10 @@ const struct CRows {
     CRows()
     {
         RegisterRatio("AIS: 200,000 messages decoded", DecodeLog, "copy of the log", [] { TheLog().Copy(); });
+        if (HasPeer("gpsdecode"))
+            RegisterRatio(
+                "AIS: 200,000 messages decoded, a peer", DecodeLog, "gpsdecode to JSON",
+                [] { RunPeer("gpsdecode -j < '" + TheLog().File() + "'"); }, 3);
         RegisterRatio(
             "AIS: 200,000 messages to 1,000 targets", [] { TheTraffic(), DispatchLog(); }, "copy of the log",
             [] { TheLog().Copy(); });

@@ -10,9 +10,13 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <fstream>
 #include <memory>
 
 #include <QTemporaryDir>
+#ifdef ZT_HAVE_PUGIXML
+#include <pugixml.hpp>
+#endif
 
 namespace {
 
@@ -54,6 +58,15 @@ public:
         if (!ImportGPXFile(path, bounds)) std::abort();
         g_track_manager.ClearAll();
     }
+    /// Reads the file once, and prints how much memory that took at most over the size of the file.
+    void ReadAndTellPeak() const
+    {
+        std::ofstream("/proc/self/clear_refs") << "5"; // the peak counts from here
+        const double before = MemoryOf("VmRSS:");
+        Read();
+        std::printf("{\"name\": \"gpx/read_1e6_points, peak memory\", \"ratio\": %.2f, \"baseline\": \"the file\"}\n",
+                    (MemoryOf("VmHWM:") - before) / static_cast<double>(text.size()));
+    }
     /// Reads the file and looks for every tag.
     void FindTags() const
     {
@@ -69,7 +82,31 @@ public:
         if (tags < kPoints) std::abort();
     }
 
+#ifdef ZT_HAVE_PUGIXML
+    /// Reads the file into its tree, and nothing out of that.
+    void ReadTree() const
+    {
+        pugi::xml_document document;
+        if (!document.load_file(path.c_str())) std::abort();
+    }
+#endif
+    void Babel() const
+    {
+        RunPeer("gpsbabel -t -i gpx -f '" + path + "' -o unicsv -F /dev/null");
+    }
+
 private:
+    /// A line of the process's state, bytes.
+    static double MemoryOf(const char* line)
+    {
+        std::ifstream status("/proc/self/status");
+        for (std::string word; status >> word;) {
+            double kib = 0.0;
+            if (word == line && status >> kib) return 1024.0 * kib;
+        }
+        return 0.0;
+    }
+
     QTemporaryDir folder;
     COverlayTrack track;
     std::string path;
@@ -84,7 +121,22 @@ CLongTrack& LongTrack()
 
 const bool registered = [] {
     RegisterRatio(
-        "gpx/read_1e6_points", [] { LongTrack().Read(); }, "read and find every <", [] { LongTrack().FindTags(); });
+        "gpx/read_1e6_points",
+        [] {
+            static const bool told = (LongTrack().ReadAndTellPeak(), true);
+            LongTrack().Read();
+            (void)told;
+        },
+        "read and find every <", [] { LongTrack().FindTags(); });
+#ifdef ZT_HAVE_PUGIXML
+    RegisterRatio(
+        "gpx/read_1e6_points_peer", [] { LongTrack().Read(); }, "pugixml, the tree alone",
+        [] { LongTrack().ReadTree(); });
+#endif
+    if (HasPeer("gpsbabel"))
+        RegisterRatio(
+            "gpx/read_1e6_points_babel", [] { LongTrack().Read(); }, "gpsbabel, read and thrown away",
+            [] { LongTrack().Babel(); }, 3);
     RegisterRatio(
         "gpx/write_1e6_points", [] { LongTrack().Write(); }, "one write of the same bytes",
         [] { LongTrack().WriteBytes(); });

@@ -9,6 +9,8 @@
 #include <vector>
 
 #include <QGuiApplication>
+#include <QStandardPaths>
+#include <sys/resource.h>
 #include <time.h>
 
 namespace {
@@ -21,16 +23,23 @@ double Now()
         qEnvironmentVariableIsSet("ZT_BENCH_CPU_TIME") ? CLOCK_THREAD_CPUTIME_ID : CLOCK_MONOTONIC;
     timespec now;
     clock_gettime(clock, &now);
-    return static_cast<double>(now.tv_sec) + 1e-9 * static_cast<double>(now.tv_nsec);
+    double seconds = static_cast<double>(now.tv_sec) + 1e-9 * static_cast<double>(now.tv_nsec);
+    if (clock == CLOCK_MONOTONIC) return seconds;
+    // Programs that were run and have ended count too.
+    rusage children;
+    getrusage(RUSAGE_CHILDREN, &children);
+    for (const timeval& time : {children.ru_utime, children.ru_stime})
+        seconds += static_cast<double>(time.tv_sec) + 1e-6 * static_cast<double>(time.tv_usec);
+    return seconds;
 }
 
-constexpr int kRounds = 31;
 constexpr double kSecondsPerTurn = 0.004; ///< least time of a case in one round
 
 struct Row {
     std::string name;
     std::string baseline_name;
     std::array<std::function<void()>, 2> cases; ///< ours, baseline
+    int rounds;
 };
 
 std::vector<Row>& Rows()
@@ -68,7 +77,7 @@ void Measure(const Row& row)
     for (std::size_t i = 0; i < 2; ++i) times[i] = TimesPerTurn(row.cases[i]);
     std::array<std::vector<double>, 2> seconds;
     std::vector<double> ratios;
-    for (int round = 0; round < kRounds; ++round) {
+    for (int round = 0; round < row.rounds; ++round) {
         for (std::size_t i = 0; i < 2; ++i) seconds[i].push_back(SecondsOf(row.cases[i], times[i]) / times[i]);
         ratios.push_back(seconds[0].back() / seconds[1].back());
     }
@@ -83,9 +92,19 @@ void Measure(const Row& row)
 } // namespace
 
 void RegisterRatio(std::string row, std::function<void()> ours, std::string baseline_name,
-                   std::function<void()> baseline)
+                   std::function<void()> baseline, int rounds)
 {
-    Rows().push_back({std::move(row), std::move(baseline_name), {std::move(ours), std::move(baseline)}});
+    Rows().push_back({std::move(row), std::move(baseline_name), {std::move(ours), std::move(baseline)}, rounds});
+}
+
+void RunPeer(const std::string& command)
+{
+    if (std::system((command + " >/dev/null 2>&1").c_str()) != 0) std::abort();
+}
+
+bool HasPeer(const char* program)
+{
+    return !QStandardPaths::findExecutable(QString::fromUtf8(program)).isEmpty();
 }
 
 namespace {
