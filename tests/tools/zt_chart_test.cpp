@@ -148,6 +148,12 @@ TEST_F(ZtChart, WorldFileBesideAPictureIsTaken)
     const QJsonObject at = RunTool({"locate", chart, "--xy", "100,50"}).Json();
     EXPECT_NEAR(at["lat"].toDouble(), 43.5, 1e-9);
     EXPECT_NEAR(at["lon"].toDouble(), 8.0, 1e-9);
+
+    const QByteArray before = FileBytes(Path("w.pgw"));
+    for (const QStringList& given : {QStringList(), QStringList{"--world-file", Path("w.pgw")}}) {
+        EXPECT_EQ(RunTool(QStringList{"make", Path("w.png"), "-o", Path("w.pgw")} + given).code, 2);
+        EXPECT_EQ(FileBytes(Path("w.pgw")), before) << "an input is never overwritten";
+    }
 }
 
 TEST_F(ZtChart, BestFollowsScaleTypeAndSteps)

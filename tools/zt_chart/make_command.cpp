@@ -184,6 +184,7 @@ int MakeChart(CMakeRequest& request)
     CMakeSource source;
     std::string error;
     if (!ReadMakeSource(request.input, request.place, source, error)) return Fail(error);
+    if (IsSameFile(source.world_file, request.output)) return WrongUse("the output is the picture's world file");
     const auto fit = FitSource(source, request.datum_shift);
     if (!fit) return Fail("the positions of " + request.input + " cannot be told by cubics");
     const CIndexImage picture = OnWholeTiles(QuantiseImage(source.image, request.colours));

@@ -48,6 +48,7 @@ bool PlaceByWorldFile(const std::string& world_file, CMakeSource& out, std::stri
         error = "no world file: " + world_file;
         return false;
     }
+    out.world_file = world_file;
     out.position = [projection](double x, double y) {
         CControlPoint point{x, y, 0.0, 0.0};
         projection->xy_to_latlong(x, y, point.lat, point.lon);

@@ -11,6 +11,7 @@
 struct CMakeSource {
     QImage image;
     pixel_to_position position; ///< empty when the input tells no place
+    std::string world_file;     ///< the one that told the place; empty when none did
 };
 
 /// Where the position of a picture's pixels comes from when it is given by hand; at most one is set.
