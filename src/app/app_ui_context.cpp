@@ -1,6 +1,7 @@
 #include "app/app_ui_context.h"
 
 #include "app/app_globals.h"
+#include "app/chart_menu.h"
 #include "app/overlay_menus.h"
 #include "app/zentara_app_model.h"
 #include "chartview/rastelle_view.h"
@@ -74,6 +75,11 @@ void CAppUiContext::CreateNewMark(CRastelleView& view)
 void CAppUiContext::CreateNewRoute(CRastelleView& view)
 {
     g_mark_manager.CreateNewRoute(view.hWnd());
+}
+
+void CAppUiContext::ShowMapListDialog(CRastelleView* view, ZT_HWND hwnd, std::function<void()>)
+{
+    if (view != nullptr) ShowChartMenu(*view, hwnd);
 }
 
 void CAppUiContext::ShowContextMenu(CRastelleView& view, double x, double y)

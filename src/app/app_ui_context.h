@@ -29,6 +29,7 @@ public:
 
     void CreateNewMark(CRastelleView& view) override;
     void CreateNewRoute(CRastelleView& view) override;
+    void ShowMapListDialog(CRastelleView* view, ZT_HWND hwnd, std::function<void()> done) override;
     void ShowContextMenu(CRastelleView& view, double x, double y) override;
     bool InvokeDoneButton() override;
 
