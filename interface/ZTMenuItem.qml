@@ -16,7 +16,8 @@ MenuItem {
     readonly property bool current: appearance === CZTPopupMenu.Current
 
     enabled: appearance !== CZTPopupMenu.Disabled
-    implicitWidth: leftPadding + content.implicitWidth + rightPadding
+    // What the whole text needs, not what a narrower menu leaves it.
+    implicitWidth: leftPadding + (iconSource.length > 0 ? ZTMetrics.iconSize + content.spacing : 0) + label.implicitWidth + rightPadding
     implicitHeight: Math.max(touch ? ZTMetrics.touchRow : ZTMetrics.touchTarget,
                              content.implicitHeight + topPadding + bottomPadding)
     verticalPadding: touch ? 10 : 6
@@ -42,6 +43,7 @@ MenuItem {
             color: entry.highlighted ? entry.Material.foreground : "grey"
         }
         Label {
+            id: label
             objectName: "label"
             anchors.verticalCenter: parent.verticalCenter
             width: Math.min(implicitWidth, entry.availableWidth - x)

@@ -250,6 +250,21 @@ TEST_F(Menus, ALongMenuScrollsInsideTheWindow)
     EXPECT_EQ(calls, Calls{"end"});
 }
 
+TEST_F(Menus, AMenuIsAsWideAsItsTexts)
+{
+    const char* const text = "A chart with a title of some length, 1:700000";
+    CActionSheetMenu menu("Charts");
+    menu.Add(text, Call("any"), "qrc:/map.svg");
+    menu.ShowMenu(ZT_HWND(ui->layer, 10, 10));
+    ASSERT_TRUE(WaitMenu());
+    ASSERT_TRUE(WaitFor([&] { return Entry(text) != nullptr && Entry(text)->width() > 300; }));
+    const auto* const label = Entry(text)->findChild<QQuickItem*>(QStringLiteral("label"));
+    ASSERT_NE(label, nullptr);
+    EXPECT_FALSE(label->property("truncated").toBool());
+    Key(Qt::Key_Escape);
+    ASSERT_TRUE(WaitNoDialog());
+}
+
 TEST_F(Menus, AMenuOpenedByAnEntryStays)
 {
     CActionSheetMenu menu("Outer");
