@@ -7,7 +7,6 @@
 #include "core/display_metrics.h"
 #include "navdata/position_format.h"
 #include "navdata/units.h"
-#include "overlays/gps_position.h"
 #include "overlays/gpx_import.h"
 #include "overlays/mark_manager.h"
 #include "overlays/track_manager.h"
@@ -18,19 +17,6 @@
 #include <QPointer>
 
 namespace {
-
-constexpr double kNorthmost = 90.0; ///< a latitude above it is none
-
-/// Works through the map, or where the boat is.
-void AddNewMark(CZentaraAppModel& app)
-{
-    const COverlayGPSPosition& boat = COverlayGPSPosition::theLatestPosition;
-    if (CRastelleView* view = app.LargestMap()) {
-        view->CreateNewMark();
-    } else if (boat.latitude <= kNorthmost) {
-        g_mark_manager.CreateNewMark(nullptr, boat.latitude, boat.longitude);
-    }
-}
 
 void ImportOverlays(const QPointer<CZentaraAppModel>& model, ZT_HWND hwnd)
 {
@@ -58,11 +44,15 @@ void ShowOverlaysMenu(CZentaraAppModel& app, ZT_HWND hwnd)
     menu.Add(
         "Add New Mark",
         [model] {
-            if (model) AddNewMark(*model);
+            if (model) model->AddNewMark();
         },
         "qrc:/add_mark.svg");
     menu.Add(
-        "Add New Route", [hwnd] { g_mark_manager.CreateNewRoute(hwnd); }, "qrc:/add_route.svg");
+        "Add New Route",
+        [model] {
+            if (model) model->AddNewRoute();
+        },
+        "qrc:/add_route.svg");
     menu.Add(
         recording ? "Stop recording" : "Record Track", [] { g_track_manager.ToggleTrackRecording(); },
         recording ? "qrc:/stop_recording.svg" : "qrc:/record.svg");

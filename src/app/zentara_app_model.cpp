@@ -13,6 +13,8 @@
 #include "core/text.h"
 #include "displayview/display_view_page.h"
 #include "displayview/map_page.h"
+#include "overlays/gps_position.h"
+#include "overlays/mark_manager.h"
 #include "ui/done_button.h"
 #include "ui/message_boxes.h"
 
@@ -31,6 +33,12 @@ namespace {
 /// Where the help pages stand.
 constexpr const char* kHelpSite = "https://help.zentara.example/index.html";
 constexpr int kResizeDelay_ms = 100;
+
+/// A latitude above 90 is none.
+bool HasPlace(const COverlayGPSPosition& boat)
+{
+    return boat.latitude <= 90.0;
+}
 
 CMapPage* MapPageOf(IPageContent* content)
 {
@@ -262,7 +270,27 @@ void CZentaraAppModel::ShowAreaOnTheMap(const CBounds& bounds)
 
 void CZentaraAppModel::GetAreaShownOnTheMap(CBounds& bounds)
 {
-    if (CRastelleView* view = LargestMap()) view->GetCenterAreaOfView(bounds);
+    const COverlayGPSPosition& boat = COverlayGPSPosition::theLatestPosition;
+    if (CRastelleView* view = LargestMap()) {
+        view->GetCenterAreaOfView(bounds);
+    } else if (HasPlace(boat)) {
+        bounds.add(boat.latitude, boat.longitude);
+    }
+}
+
+void CZentaraAppModel::AddNewMark()
+{
+    const COverlayGPSPosition& boat = COverlayGPSPosition::theLatestPosition;
+    if (CRastelleView* view = LargestMap()) {
+        view->CreateNewMark();
+    } else if (HasPlace(boat)) {
+        g_mark_manager.CreateNewMark(nullptr, boat.latitude, boat.longitude);
+    }
+}
+
+void CZentaraAppModel::AddNewRoute()
+{
+    g_mark_manager.CreateNewRoute(hWnd());
 }
 
 void CZentaraAppModel::closeAllMapsPendingDownload()

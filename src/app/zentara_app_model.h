@@ -78,7 +78,12 @@ public:
     /// Imports every argument from index 1 on that is a file; the others are ignored.
     void processCommandLine(const std::vector<std::string>& args);
     void ShowAreaOnTheMap(const CBounds& bounds);
+    /// The middle of the map; without a map where the boat is. Untouched when there is neither.
     void GetAreaShownOnTheMap(CBounds& bounds);
+    /// Makes a mark in the middle of the map; without a map where the boat is, if that is known.
+    void AddNewMark();
+    /// Begins a route, whose waypoints are then tapped on the map.
+    void AddNewRoute();
     void closeAllMapsPendingDownload();
     void reopenAllMapsAfterDownload();
     /// The view of the largest map on the page; null when there is none.
