@@ -141,6 +141,18 @@ TEST_F(ZtChart, LocateGoesThereAndBack)
     EXPECT_NEAR(back["y"].toDouble(), 300, 0.2);
 }
 
+TEST_F(ZtChart, AnOutlineLiesWhereItWasGivenWhateverTheDatumShift)
+{
+    const QString chart = MakeTestChart(
+        root.path(), "o", TestPicture(64, 64, 3),
+        Bounds("10,20,14,24") + QStringList{"--datum-shift", "0.5,-0.25", "--outline", "11,21 13,21 13,23"});
+    const QJsonObject bounds = RunTool({"info", chart}).Json()["bounds"].toObject();
+    EXPECT_NEAR(bounds["lat_min"].toDouble(), 11.0, 1e-9);
+    EXPECT_NEAR(bounds["lat_max"].toDouble(), 13.0, 1e-9);
+    EXPECT_NEAR(bounds["lon_min"].toDouble(), 21.0, 1e-9);
+    EXPECT_NEAR(bounds["lon_max"].toDouble(), 23.0, 1e-9);
+}
+
 TEST_F(ZtChart, WorldFileBesideAPictureIsTaken)
 {
     ASSERT_TRUE(write_to_file(root.file("w.pgw"), "0.01\n0\n0\n-0.01\n7\n44\n"));

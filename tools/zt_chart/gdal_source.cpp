@@ -15,8 +15,8 @@ struct CCloseDataset {
 };
 using CDataset = std::unique_ptr<void, CCloseDataset>;
 
-constexpr int kMostSide = 1 << 20;
-constexpr double kMostPixels = 1e9;
+constexpr int kMostRasterSide = 1 << 20;
+constexpr double kMostRasterPixels = 1e9;
 
 /// One band as bytes; values of a wider type are spread from their smallest to their greatest.
 bool ReadBand(GDALDatasetH dataset, int number, int width, int height, std::vector<unsigned char>& out)
@@ -124,8 +124,8 @@ bool ReadGdalSource(const std::string& path, bool with_image, CMakeSource& out, 
     }
     const int width = GDALGetRasterXSize(dataset.get());
     const int height = GDALGetRasterYSize(dataset.get());
-    if (width < 1 || height < 1 || width > kMostSide || height > kMostSide ||
-        double{1} * width * height > kMostPixels || GDALGetRasterCount(dataset.get()) < 1) {
+    if (width < 1 || height < 1 || width > kMostRasterSide || height > kMostRasterSide ||
+        double{1} * width * height > kMostRasterPixels || GDALGetRasterCount(dataset.get()) < 1) {
         error = "no raster of a usable size in " + path;
         return false;
     }

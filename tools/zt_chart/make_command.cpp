@@ -128,7 +128,7 @@ CIndexImage OnWholeTiles(const CIndexImage& picture)
 }
 
 /// The edge of the picture, when the chart is larger than it: what lies beside shall not hide other charts.
-std::vector<GeoPoint> EdgeOutline(const CMakeSource& source, const std::vector<double>& shift)
+std::vector<GeoPoint> EdgeOutline(const CMakeSource& source)
 {
     constexpr int kParts = 8; // of each side: an edge may be curved
     const double width = source.image.width();
@@ -141,10 +141,7 @@ std::vector<GeoPoint> EdgeOutline(const CMakeSource& source, const std::vector<d
             const DblPoint& a = corners[side];
             const DblPoint& b = corners[side + 1];
             const auto point = source.position(a.x + (b.x - a.x) * t, a.y + (b.y - a.y) * t);
-            // The reader adds the shift to outlines.
-            if (point)
-                outline.push_back(
-                    {point->lat - (shift.empty() ? 0.0 : shift[0]), point->lon - (shift.empty() ? 0.0 : shift[1])});
+            if (point) outline.push_back({point->lat, point->lon});
         }
     }
     return outline;
@@ -189,7 +186,12 @@ int MakeChart(CMakeRequest& request)
     if (!fit) return Fail("the positions of " + request.input + " cannot be told by cubics");
     const CIndexImage picture = OnWholeTiles(QuantiseImage(source.image, request.colours));
     const bool padded = picture.width != source.image.width() || picture.height != source.image.height();
-    if (request.outline.empty() && padded) request.outline = EdgeOutline(source, request.datum_shift);
+    if (request.outline.empty() && padded) request.outline = EdgeOutline(source);
+    for (GeoPoint& point : request.outline) { // the reader adds the shift to outlines
+        if (request.datum_shift.empty()) break;
+        point.lat -= request.datum_shift[0];
+        point.lon -= request.datum_shift[1];
+    }
     request.writer.Size(picture.width / kTileSide, picture.height / kTileSide)
         .Palette(picture.palette)
         .Georeferencing(fit->coefficients);
