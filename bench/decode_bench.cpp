@@ -103,14 +103,18 @@ std::function<Scene&()> Lazily(Arguments... arguments)
     };
 }
 
-/// The same work without special instructions.
-std::function<void()> Portably(std::function<void()> work)
+/// The same work with no more than the instructions of a set.
+std::function<void()> WithSet(InstructionSet set, std::function<void()> work)
 {
-    return [work = std::move(work)] {
-        const InstructionSet before = SetInstructionSet(InstructionSet::portable);
+    return [set, work = std::move(work)] {
+        const InstructionSet before = SetInstructionSet(set);
         work();
         SetInstructionSet(before);
     };
+}
+std::function<void()> Portably(std::function<void()> work)
+{
+    return WithSet(InstructionSet::portable, std::move(work));
 }
 
 void RegisterBoth(const std::string& row, const std::function<void()>& ours, const std::string& baseline_name,
@@ -269,9 +273,11 @@ const bool decode_rows = [] {
     }
     for (const int limit : {16, 32, 64, 128}) {
         const auto tiles = Lazily<ColouredTiles>(limit);
+        const std::string row = "palette expansion, " + std::to_string(limit) + " indices";
         RegisterRatio(
-            "palette expansion, " + std::to_string(limit) + " indices", [=] { tiles().Colour(); },
-            "memory copy of the pixels", [=] { tiles().Copy(); });
+            row, [=] { tiles().Colour(); }, "memory copy of the pixels", [=] { tiles().Copy(); });
+        RegisterRatio(row + " (AVX2)", WithSet(InstructionSet::avx2, [=] { tiles().Colour(); }),
+                      "memory copy of the pixels", [=] { tiles().Copy(); });
     }
     const auto points = Lazily<MappedPoints>();
     RegisterBoth(

@@ -181,7 +181,7 @@ void DecodeBitPackedTile(TileJob& job, int count)
     job.note.index_limit = list.index_limit;
     const std::uint8_t* from = job.block.data() + words_begin;
 #ifdef ZT_AVX2
-    if (TheInstructionSet() == InstructionSet::avx2 && HasFastBitDeposit()) {
+    if (TheInstructionSet() >= InstructionSet::avx2 && HasFastBitDeposit()) {
         return UnpackAvx2(from, list, width, colours, job.out, words, count);
     }
 #endif

@@ -1,5 +1,6 @@
 #include "chart/colour_tile.h"
 
+#include "chart/colour_by_permute.h"
 #include "chart/instruction_set.h"
 #include "chart/rastelle.h"
 #include "chart/target_attributes.h"
@@ -29,7 +30,12 @@ void ColourPortable(const unsigned char* tile, const std::uint32_t* palette, std
                 std::memcpy(dest + column, &pixels, sizeof(pixels));
                 continue;
             }
-            for (int i = 0; i < kGroup; ++i) dest[column + i] = palette[from[column + i] & 0x7F];
+#pragma GCC unroll 8
+            for (int i = 0; i < kGroup; i += 2) {
+                const std::uint64_t pair = palette[from[column + i] & 0x7F] |
+                                           std::uint64_t{palette[from[column + i + 1] & 0x7F]} << 32;
+                std::memcpy(dest + column + i, &pair, sizeof(pair));
+            }
         }
     }
 }
@@ -146,7 +152,8 @@ void ColourTile(const unsigned char* tile, const TileNote& note, const std::uint
         return;
     }
 #ifdef ZT_AVX2
-    if (TheInstructionSet() == InstructionSet::avx2) return ColourAvx2(tile, note, palette, dest, stride);
+    if (TheInstructionSet() == InstructionSet::avx512) return ColourByPermute(tile, palette, dest, stride);
+    if (TheInstructionSet() >= InstructionSet::avx2) return ColourAvx2(tile, note, palette, dest, stride);
 #endif
     ColourPortable(tile, palette, dest, stride);
 }

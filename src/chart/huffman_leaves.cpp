@@ -152,7 +152,7 @@ ZT_AVX2 bool ListAvx2(std::span<const std::uint8_t> tree, HuffmanTable::long_tab
 bool HuffmanLeaves::List(std::span<const std::uint8_t> tree, HuffmanTable::long_table& long_codes)
 {
 #ifdef ZT_AVX2
-    if (TheInstructionSet() == InstructionSet::avx2) return ListAvx2(tree, long_codes, *this);
+    if (TheInstructionSet() >= InstructionSet::avx2) return ListAvx2(tree, long_codes, *this);
 #endif
     return ListPortable(tree, long_codes, *this);
 }

@@ -121,7 +121,7 @@ ZT_AVX2 bool BuildAvx2(std::span<const std::uint8_t> tree, HuffmanTable& table)
 bool BuildHuffmanTable(std::span<const std::uint8_t> tree, HuffmanTable& table)
 {
 #ifdef ZT_AVX2
-    if (TheInstructionSet() == InstructionSet::avx2) return BuildAvx2(tree, table);
+    if (TheInstructionSet() >= InstructionSet::avx2) return BuildAvx2(tree, table);
 #endif
     return BuildPortable(tree, table);
 }

@@ -211,7 +211,7 @@ ZT_AVX2 void DecodeTilesAvx2(std::span<TileJob* const> jobs, int count)
 void DecodeHuffmanTiles(std::span<TileJob* const> jobs, int count)
 {
 #ifdef ZT_AVX2
-    if (TheInstructionSet() == InstructionSet::avx2) return DecodeTilesAvx2(jobs, count);
+    if (TheInstructionSet() >= InstructionSet::avx2) return DecodeTilesAvx2(jobs, count);
 #endif
     DecodeTilesPortable(jobs, count);
 }

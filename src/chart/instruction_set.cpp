@@ -25,9 +25,13 @@ InstructionSet BestInstructionSet()
     const bool vectors = __builtin_cpu_supports("avx2") != 0;
     const bool bits =
         __builtin_cpu_supports("bmi") != 0 && __builtin_cpu_supports("bmi2") != 0 && HasLeadingZeroCount();
-    if (vectors && bits) return InstructionSet::avx2;
-#endif
+    if (!vectors || !bits) return InstructionSet::portable;
+    const bool wide = __builtin_cpu_supports("avx512bw") != 0 && __builtin_cpu_supports("avx512vl") != 0 &&
+                      __builtin_cpu_supports("avx512vbmi") != 0;
+    return wide ? InstructionSet::avx512 : InstructionSet::avx2;
+#else
     return InstructionSet::portable;
+#endif
 }
 
 InstructionSet Best()

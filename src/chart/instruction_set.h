@@ -1,10 +1,11 @@
 #pragma once
 
-/// The instruction sets that the fast paths are written for. Each technique has a file of its own with a variant for
-/// each set; which one runs is decided here alone.
+/// The instruction sets that the fast paths are written for, each of which includes those before. Each technique has a
+/// file of its own with variants for the sets from which it gains; which one runs is decided here alone.
 enum class InstructionSet {
     portable, ///< what the compiler's baseline offers
     avx2,     ///< AVX2 and BMI2
+    avx512,   ///< AVX-512 with byte permutation (BW, VL, VBMI)
 };
 
 /// The set in use: the best that this processor has, unless a test or benchmark chose another.

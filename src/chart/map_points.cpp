@@ -98,7 +98,7 @@ ZT_AVX2 std::size_t MapInFours(const CPolynomialProjection& projection, std::spa
 void MapPoints(const CPolynomialProjection& projection, std::span<const GeoPoint> positions, DblPoint* out)
 {
 #ifdef ZT_AVX2
-    const auto map = TheInstructionSet() == InstructionSet::avx2 ? MapInFours : MapInTwos;
+    const auto map = TheInstructionSet() >= InstructionSet::avx2 ? MapInFours : MapInTwos;
 #else
     const auto map = MapInTwos;
 #endif

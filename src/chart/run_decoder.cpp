@@ -222,7 +222,7 @@ bool DecodeByTable(RunStream& stream, const unsigned int* words, unsigned int wo
     FindFirstSymbols(stream, table.bits, firsts);
     for (unsigned bits = 0; bits < table.Size(); ++bits) table.entries[bits] = MakeEntry(firsts, table.bits, bits);
 #ifdef ZT_AVX2
-    const auto decode = TheInstructionSet() == InstructionSet::avx2 ? DecodeFastAvx2 : DecodeFastPortable;
+    const auto decode = TheInstructionSet() >= InstructionSet::avx2 ? DecodeFastAvx2 : DecodeFastPortable;
 #else
     const auto decode = DecodeFastPortable;
 #endif

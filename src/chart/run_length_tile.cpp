@@ -72,7 +72,7 @@ void DecodeRunLengthTile(TileJob& job, int count)
     const int width = CodeWidth(static_cast<int>(colours));
     const unsigned char* end = job.out + count;
 #ifdef ZT_AVX2
-    const auto decode = TheInstructionSet() == InstructionSet::avx2 ? DecodeAvx2 : DecodePortable;
+    const auto decode = TheInstructionSet() >= InstructionSet::avx2 ? DecodeAvx2 : DecodePortable;
 #else
     const auto decode = DecodePortable;
 #endif

@@ -110,8 +110,14 @@ TEST_P(ReadRect, ShowsTheImageAndTouchesNothingElse)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Sets, ReadRect, testing::Values(InstructionSet::portable, InstructionSet::avx2),
-                         [](const auto& set) { return set.param == InstructionSet::avx2 ? "avx2" : "portable"; });
+std::string NameOfSet(const testing::TestParamInfo<InstructionSet>& set)
+{
+    constexpr const char* kNames[] = {"portable", "avx2", "avx512"};
+    return kNames[static_cast<int>(set.param)];
+}
+INSTANTIATE_TEST_SUITE_P(Sets, ReadRect,
+                         testing::Values(InstructionSet::portable, InstructionSet::avx2, InstructionSet::avx512),
+                         NameOfSet);
 
 TEST(ReadRectMix, FollowsAnyMatrixEvenADamagedOne)
 {
