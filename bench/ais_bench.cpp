@@ -124,7 +124,8 @@ private:
     CDataSource* others;
 };
 
-/// Copies the log, since a dispatch may write into its line, and dispatches each line where it stands.
+/// Copies the log, since a dispatch may write into its line, and dispatches each line where it stands, without its CR,
+/// as CLineAssembler does.
 void DispatchLog()
 {
     CLogScene& log = TheLog();
@@ -133,8 +134,7 @@ void DispatchLog()
     char* const end = at + log.copy.size();
     while (at != end) {
         auto* line_end = static_cast<char*>(std::memchr(at, '\n', static_cast<std::size_t>(end - at)));
-        *line_end = 0;
-        CNMEASentence::DispatchSentence(at, nullptr);
+        CNMEASentence::DispatchSentence(at, static_cast<std::size_t>(line_end - at) - 1, nullptr);
         at = line_end + 1;
     }
 }

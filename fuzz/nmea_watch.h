@@ -109,7 +109,7 @@ inline void Check(CNMEA_Instruments::XDR& s)
 }
 inline void Check(CNEMA_AIS::CAIS_Sentence& s)
 {
-    if (s.bit_count < 0 || s.bit_count > s.kStreamBits || std::strlen(s.description) > 24) std::abort();
+    if (s.bit_count < 0 || s.bit_count > s.kMostBits || std::strlen(s.description) > 24) std::abort();
 }
 inline void Check(CNMEA_Raw& raw)
 {

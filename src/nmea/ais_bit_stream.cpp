@@ -2,48 +2,65 @@
 #include "nmea/ais_sentences.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
 
-// Characters are turned into bits and back eight at a time: six bits in each byte of a word, or 48 bits in one piece.
+// Characters are turned into bits sixteen at a time, and back eight at a time.
 
 namespace CNEMA_AIS {
 namespace {
 
 constexpr int kCharacterBits = 6;
-constexpr int kPieceCharacters = 8;
-constexpr int kPieceBits = kPieceCharacters * kCharacterBits;
+constexpr int kPieceBits = CAIS_Sentence::kPieceBits;
+constexpr int kPieceCharacters = kPieceBits / kCharacterBits;
+constexpr std::ptrdiff_t kBlockCharacters = sizeof(CSixteenBytes);
+constexpr int kBlockBits = 2 * kPieceBits;
+constexpr std::uint64_t kPieceMask = (std::uint64_t{1} << kPieceBits) - 1;
 constexpr std::uint64_t kEachByte = RepeatedByte(1);
 
-std::uint64_t ToBigEndian(std::uint64_t word)
+/// Sixteen bytes as numbers of two and of four bytes.
+typedef std::uint16_t CEightPairs __attribute__((vector_size(16)));
+typedef std::uint32_t CFourQuads __attribute__((vector_size(16)));
+
+/// decode_sixbit of sixteen characters: two pieces.
+CTwoWords Decode(CSixteenBytes characters)
 {
-    return __builtin_bswap64(word);
+    const CSixteenBytes from_89 = CSixteenBytes(characters >= 89) & 8;
+    const auto pairs = std::bit_cast<CEightPairs>((characters + 16 - from_89) & 0x3F);
+    const auto quads = std::bit_cast<CFourQuads>((pairs << 6 & 0xFC0) | pairs >> 8);
+    const auto halves = WordsOf(std::bit_cast<CSixteenBytes>((quads & 0xFFF) << 12 | quads >> 16));
+    const auto join = [](std::uint64_t half) { return (half & 0xFFFFFF) << 24 | half >> 32; };
+    return {join(halves.first), join(halves.last)};
 }
 
-void Store(void* to, std::uint64_t word)
+/// Of the piece the first `count` bits, below kPieceBits.
+std::uint64_t FirstBits(std::uint64_t piece, int count)
 {
-    word = ToBigEndian(word);
-    std::memcpy(to, &word, sizeof word);
+    return piece & ~(kPieceMask >> count);
 }
 
-/// decode_sixbit of eight characters, the first one lowest; the two upper bits of each byte are of no meaning.
-std::uint64_t DecodeSixbits(std::uint64_t characters)
+/// Writes the bits of sixteen characters to the stream from that position on; it has none behind them.
+void Put(int position, CSixteenBytes characters)
 {
-    const std::uint64_t from_89 = ((characters & 0x7F * kEachByte) + 39 * kEachByte) | characters;
-    return (characters & 0x3F * kEachByte) + 16 * kEachByte - (from_89 >> 4 & 8 * kEachByte);
+    const int used = position % kPieceBits;
+    const auto [first, last] = Decode(characters);
+    std::uint64_t* const piece = CAIS_Sentence::bitstream + position / kPieceBits;
+    if (used == 0) { // as in nearly every sentence
+        piece[0] = first;
+        piece[1] = last;
+        return;
+    }
+    piece[0] = FirstBits(piece[0], used) | first >> used;
+    piece[1] = (first << (kPieceBits - used) & kPieceMask) | last >> used;
+    piece[2] = last << (kPieceBits - used) & kPieceMask;
 }
 
-/// The lower six bits of each byte, those of the lowest byte uppermost, in the upper 48 bits; zeroes below.
-std::uint64_t Pack(std::uint64_t bytes)
+/// The characters, fewer than sixteen, and zeroes behind them.
+CSixteenBytes LoadFewCharacters(const char* at, std::size_t count)
 {
-    bytes = (bytes & 0x003F003F003F003F) << 6 | (bytes >> 8 & 0x003F003F003F003F);
-    bytes = (bytes & 0x00000FFF00000FFF) << 12 | (bytes >> 16 & 0x00000FFF00000FFF);
-    return bytes << 40 | bytes >> 32 << 16;
-}
-
-/// Of the byte at the stream's end what has been received.
-unsigned UsedBits(std::uint8_t last)
-{
-    return last & ~(0xFFU >> CAIS_Sentence::bit_count % 8);
+    constexpr std::size_t kHalf = kBlockCharacters / 2;
+    if (count < kHalf) return std::bit_cast<CSixteenBytes>(CTwoWords{LoadBytes(at, count), 0});
+    return std::bit_cast<CSixteenBytes>(CTwoWords{LoadEightBytes(at), LoadBytes(at + kHalf, count - kHalf)});
 }
 
 /// 48 bits into the lower six of each byte, the uppermost bits into the highest byte.
@@ -62,42 +79,29 @@ std::uint64_t ToText(std::uint64_t sixbits)
 
 } // namespace
 
-std::uint8_t CAIS_Sentence::bitstream[kStreamBits / 8 + kMargin] = {};
+std::uint64_t CAIS_Sentence::bitstream[kPieces] = {};
 std::int32_t CAIS_Sentence::bit_count = 0;
 std::int32_t CAIS_Sentence::last_sentence_number = 0;
 
 void CAIS_Sentence::append_sixbits(int v)
 {
     if (bit_count > kMostBits - kCharacterBits) return;
-    const unsigned shifted = static_cast<unsigned>(v & 63) << 10 >> bit_count % 8;
-    std::uint8_t* at = bitstream + bit_count / 8;
-    at[0] = static_cast<std::uint8_t>(UsedBits(*at) | shifted >> 8);
-    at[1] = static_cast<std::uint8_t>(shifted);
+    const int used = bit_count % kPieceBits;
+    std::uint64_t& piece = bitstream[bit_count / kPieceBits];
+    const auto bits = static_cast<std::uint64_t>(v & 63) << (kPieceBits - kCharacterBits);
+    piece = FirstBits(piece, used) | bits >> used;
     bit_count += kCharacterBits;
 }
 
 void CAIS_Sentence::AppendPayload(const char* payload, std::size_t length)
 {
-    const auto most = static_cast<std::size_t>((kMostBits - bit_count) / kCharacterBits);
-    std::size_t left = std::min(length, most);
-    std::uint8_t* at = bitstream + bit_count / 8;
-    const int used = bit_count % 8;
-    // Each piece shares its first byte with the end of the one before, which stands uppermost in `word`.
-    std::uint64_t word = std::uint64_t{UsedBits(*at)} << 56;
-    bit_count += static_cast<std::int32_t>(left) * kCharacterBits;
-    const auto append = [&](std::uint64_t characters) {
-        word |= Pack(DecodeSixbits(characters)) >> used;
-        Store(at, word);
-        word <<= kPieceBits;
-        at += kPieceBits / 8;
-    };
-    const char* const end = payload + left;
-    const bool has_piece = left >= kPieceCharacters;
-    for (; left >= kPieceCharacters; left -= kPieceCharacters, payload += kPieceCharacters)
-        append(LoadEightBytes(payload));
-    // What stands in the stream behind the last bit received is of no meaning.
-    if (left > 0)
-        append(has_piece ? LoadEightBytes(end - kPieceCharacters) >> 8 * (8 - left) : LoadBytes(payload, left));
+    const auto room = static_cast<std::size_t>((kMostBits - bit_count) / kCharacterBits);
+    const char* const end = payload + std::min(length, room);
+    int position = bit_count;
+    bit_count += static_cast<std::int32_t>(end - payload) * kCharacterBits;
+    for (; end - payload >= kBlockCharacters; position += kBlockBits, payload += kBlockCharacters)
+        Put(position, LoadSixteenBytes(payload));
+    if (payload != end) Put(position, LoadFewCharacters(payload, static_cast<std::size_t>(end - payload)));
 }
 
 void CAIS_Sentence::fetch_string(char* out, int& position, int bits)
@@ -105,7 +109,8 @@ void CAIS_Sentence::fetch_string(char* out, int& position, int bits)
     int length = std::clamp(bit_count - position, 0, bits) / kCharacterBits;
     for (int done = 0; done < length; done += kPieceCharacters) {
         const int from = position + done * kCharacterBits;
-        Store(out + done, ToText(Spread(StreamFrom(from) >> (64 - kPieceBits))));
+        const std::uint64_t text = __builtin_bswap64(ToText(Spread(StreamFrom(from) >> (64 - kPieceBits))));
+        std::memcpy(out + done, &text, sizeof text);
     }
     while (length > 0 && (out[length - 1] == '@' || out[length - 1] == ' ')) --length;
     out[length] = 0;

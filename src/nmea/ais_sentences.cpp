@@ -224,20 +224,13 @@ CParts SplitAny(char* text)
             LengthBefore(field[6], field[5])};
 }
 
-/// A bit for each comma among eight characters, the lowest for the first.
-std::uint64_t CommasOfEight(const char* text)
-{
-    return HighestBits(BytesEqualTo(LoadEightBytes(text), ','));
-}
-
 /// A sentence as receivers send it, "!AIVDM,1,1,,A,payload,0*hh", with a short head and numbers of one digit: without
 /// cutting fields off. False for all others. What it finds, SplitAny would find.
-bool SplitUsual(const char* text, CParts& parts)
+bool SplitUsual(const char* text, const char* star, CParts& parts)
 {
-    constexpr int kHead = 16; // characters, in which all fields before the payload end
-    const char* const star = std::strchr(text, '*');
-    if (star == nullptr || star - text < kHead) return false;
-    std::uint64_t commas = CommasOfEight(text) | CommasOfEight(text + 8) << 8;
+    constexpr std::ptrdiff_t kHead = sizeof(CSixteenBytes); // in which all fields before the payload end
+    if (star - text < kHead) return false;
+    unsigned commas = HighestBits(CSixteenBytes(LoadSixteenBytes(text) == ','));
     int comma[5];
     for (int& at : comma) {
         if (commas == 0) return false;
@@ -263,7 +256,7 @@ bool SplitUsual(const char* text, CParts& parts)
 bool CAIS_Sentence::Init(char* text)
 {
     CParts parts;
-    if (!SplitUsual(text, parts)) parts = SplitAny(text);
+    if (!SplitUsual(text, EndOfFields(text), parts)) parts = SplitAny(text);
     if (parts.number == 1) {
         bit_count = 0; // what stands in the stream is not received any more
         stream_of_own_ship = own_ship;

@@ -5,7 +5,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 
 /// Sentences of AIS receivers. A message may come in several sentences, of which the last one carries its content.
 namespace CNEMA_AIS {
@@ -22,11 +21,11 @@ public:
     CMessageBody body;
     const char* description = ""; ///< the ship type in words, at most 24 characters
 
-    // The bits received so far, from the most significant one of each byte on.
-    static constexpr int kStreamBits = 1024;
-    static constexpr int kMostBits = 996; ///< of a message; what follows is dropped
-    static constexpr int kMargin = 8;     ///< bytes that a read or write of 8 bytes may go too far
-    static std::uint8_t bitstream[kStreamBits / 8 + kMargin];
+    // The bits received so far, in pieces of eight characters, each from its most significant bit on.
+    static constexpr int kMostBits = 996;  ///< of a message; what follows is dropped
+    static constexpr int kPieceBits = 48;  ///< the lower ones of a word
+    static constexpr int kPieces = 21 + 2; ///< and as many as a read or write may go too far
+    static std::uint64_t bitstream[kPieces];
     static std::int32_t bit_count;
     static std::int32_t last_sentence_number;
 
@@ -60,12 +59,13 @@ protected:
 
 private:
     static void AppendPayload(const char* payload, std::size_t length);
-    /// The stream from that bit on, the first one uppermost; 57 bits at least.
+    /// The stream from that bit on, the first one uppermost; 49 bits at least.
     static std::uint64_t StreamFrom(int position)
     {
-        std::uint64_t word = 0;
-        std::memcpy(&word, bitstream + position / 8, sizeof word);
-        return __builtin_bswap64(word) << position % 8;
+        constexpr int kUnused = 64 - kPieceBits;
+        const std::uint64_t* const piece = bitstream + position / kPieceBits;
+        const int before = position % kPieceBits;
+        return piece[0] << (kUnused + before) | piece[1] << kUnused >> (kPieceBits - before);
     }
     void Unpack();
 

@@ -110,7 +110,7 @@ void SplitUpTo(char* end, char* text, int count, char** args)
     std::fill(args, last, end);
 }
 
-char* EndOfFields(char* text)
+char* FindEndOfFields(char* text)
 {
     char* const star = std::strchr(text, '*');
     return star != nullptr ? star : text + std::strlen(text);
@@ -120,12 +120,17 @@ char* EndOfFields(char* text)
 
 void CNMEASentence::SplitArgs(char* text, int count, char** args)
 {
-    SplitUpTo(EndOfFields(text), text, count, args);
+    SplitUpTo(FindEndOfFields(text), text, count, args);
+}
+
+char* CNMEASentence::EndOfFields(char* text) const
+{
+    return star != nullptr ? star : FindEndOfFields(text);
 }
 
 void CNMEASentence::Split(char* text, int count, char** args) const
 {
-    SplitUpTo(star != nullptr ? star : EndOfFields(text), text, count, args);
+    SplitUpTo(EndOfFields(text), text, count, args);
 }
 
 double CNMEASentence::GetLat(char** fields)

@@ -61,6 +61,8 @@ public:
 protected:
     /// SplitArgs of the text that Init was given, whose end is known when it comes from DispatchSentence.
     void Split(char* text, int count, char** args) const;
+    /// The "*" of that text, or its end when it has none.
+    char* EndOfFields(char* text) const;
 
 private:
     friend class CSentenceInUse;
