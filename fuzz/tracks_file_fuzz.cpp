@@ -76,8 +76,13 @@ extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
     g_track_manager.push_back(MakeTrack("track", 3));
     g_track_manager.push_back(MakeTrack("gone", 0));
     const std::string file = g_track_manager.WriteMemory(kMagic);
+    // From here on, so that what is read is written in parts as well.
+    CTrackManager::most_bytes_in_section = 300;
+    const std::string in_parts = g_track_manager.WriteMemory(kMagic);
     const std::string two_sections = CNarrowTrack().WriteMemory(kMagic);
-    AddBuiltSeeds(argc, argv, {file.substr(kFrame), file.substr(kFrame, 200), two_sections.substr(kFrame)}, 900);
+    AddBuiltSeeds(argc, argv,
+                  {file.substr(kFrame), file.substr(kFrame, 200), in_parts.substr(kFrame), two_sections.substr(kFrame)},
+                  900);
     return 0;
 }
 

@@ -6,6 +6,7 @@
 #include "overlays/track_section.h"
 
 #include <list>
+#include <ranges>
 
 class CMenuTree;
 class COverlayRoute;
@@ -15,6 +16,8 @@ class COverlayTrack : public CSyncable, public CLineAppearance {
 public:
     class cType;
     static constexpr int kTypeId = 119;
+    /// Some sections of a track that stand behind one another.
+    using CSectionRange = std::ranges::subrange<std::list<CTrackSection*>::const_iterator>;
 
     std::list<CTrackSection*> sections; ///< owned; each but the first begins with the last point of the one before
     double total_distance = 0.0;        ///< metres; 0: these three are not computed
@@ -33,6 +36,8 @@ public:
     int GetTypeId() const override { return kTypeId; }
     /// A track of which some sections were read counts as read.
     bool Serialize(IOStream& stream) override;
+    /// Writes the track as if it had those of its sections only.
+    bool WritePart(IOStream& stream, CSectionRange range);
     bool SyncObject(IOStream& stream, double since) override;
     void getLonLatBounds(CBounds& bounds) const override;
     /// The day of its start and its length.
@@ -99,7 +104,8 @@ private:
     void AddSplitMenu(CMenuTree& menu, const CTrackSection& from);
     void AddJoinMenus(CMenuTree& menu);
     void PackPoint(const CTrackPoint& point, bool dispatch);
-    bool SerializeSections(Section& section);
+    bool SerializeRecord(IOStream& stream, CSectionRange range);
+    static bool WriteSections(Section& section, CSectionRange range);
     bool ReadSections(Section& section);
     /// Adds the points of a section that was read; a first one that the track has already is the overlap.
     void Append(const CTrackSection& piece);

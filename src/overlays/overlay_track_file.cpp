@@ -1,5 +1,7 @@
 #include "overlays/overlay_track.h"
 
+#include <algorithm>
+
 class COverlayTrack::cType : public Type {
 public:
     cType() : Type(kTypeId) {}
@@ -13,19 +15,30 @@ const COverlayTrack::cType COverlayTrack::cType::track_type;
 bool COverlayTrack::Serialize(IOStream& stream)
 {
     const bool reading = stream.reading(); // a stream that fails does neither any more
-    Section section(stream);
-    const bool begun = section.declare(name) && section.declarecolor(colour) && section.declare(line_width) &&
-                       SerializeSections(section);
-    const bool whole = begun && section.declare(comment) && section.declare(line_style) &&
-                       (section.atEnd() || SerializeSyncable(stream)) && section.declare(category);
+    const bool whole = SerializeRecord(stream, {sections.cbegin(), sections.cend()});
     if (!reading) return whole;
     AfterReading();
     return whole || !sections.empty();
 }
 
-bool COverlayTrack::SerializeSections(Section& section)
+bool COverlayTrack::WritePart(IOStream& stream, CSectionRange range)
 {
-    return section.reading() ? ReadSections(section) : CSerializableDeclareStatic(section, sections);
+    return stream.writing() && SerializeRecord(stream, range);
+}
+
+bool COverlayTrack::SerializeRecord(IOStream& stream, CSectionRange range)
+{
+    Section section(stream);
+    return section.declare(name) && section.declarecolor(colour) && section.declare(line_width) &&
+           (section.reading() ? ReadSections(section) : WriteSections(section, range)) && section.declare(comment) &&
+           section.declare(line_style) && (section.atEnd() || SerializeSyncable(stream)) && section.declare(category);
+}
+
+bool COverlayTrack::WriteSections(Section& section, CSectionRange range)
+{
+    auto count = static_cast<std::uint32_t>(std::ranges::distance(range));
+    return section.declare(count) &&
+           std::ranges::all_of(range, [&](CTrackSection* piece) { return piece->Serialize(section.stream); });
 }
 
 bool COverlayTrack::ReadSections(Section& section)

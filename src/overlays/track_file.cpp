@@ -1,8 +1,8 @@
 #include "core/folders.h"
 #include "overlays/gps_position.h"
+#include "overlays/track_file_layout.h"
 #include "overlays/track_manager.h"
 
-#include <algorithm>
 #include <iterator>
 #include <memory>
 
@@ -45,122 +45,67 @@ bool CTrackManager::Serialize(IOStream& stream)
     return stream.reading() ? ReadTracks(stream) : WriteTracks(stream);
 }
 
-// One section has room for some three million points. What is more follows in sections of its own behind the first; a
-// track that is itself too long is filed in parts, records of the same id behind one another.
-
-/// Gathers tracks into sections.
-class CTrackManager::CWriter {
-public:
-    CWriter(IOStream& to, COverlayTrack& with_default) : stream(to), default_track(with_default) {}
-
-    void Add(COverlayTrack& track)
-    {
-        const std::size_t room = RoomOf(track);
-        if (bytes + room > most_bytes_in_section) Flush();
-        if (room > most_bytes_in_section) {
-            AddInParts(track);
-            return;
-        }
-        group.push_back(&track);
-        bytes += room;
-    }
-    bool Finish()
-    {
-        if (first || !group.empty()) Flush();
-        return good && stream.ok();
-    }
-
-private:
-    static constexpr std::size_t kSectionRoom = 64 * sizeof(CTrackPoint) + 13;
-    static std::size_t RoomOf(const COverlayTrack& track)
-    {
-        constexpr std::size_t kFixedFields = 200;
-        return kSectionRoom * track.sections.size() + track.name.size() + track.comment.size() + track.category.size() +
-               kFixedFields;
-    }
-
-    void Flush()
-    {
-        if (group.empty() && !first) return;
-        Section section(stream);
-        good = good && CSerializableDeclareStatic(section, group) && (!first || default_track.Serialize(stream));
-        first = false;
-        group.clear();
-        bytes = 0;
-    }
-    /// Each part is the track with some of its sections.
-    void AddInParts(COverlayTrack& track)
-    {
-        const auto most = static_cast<std::ptrdiff_t>(std::max<std::size_t>(most_bytes_in_section / kSectionRoom, 1));
-        track.GetObjectID(); // by which the parts find together
-        std::list<CTrackSection*> left;
-        std::list<CTrackSection*> written;
-        left.swap(track.sections);
-        while (!left.empty()) {
-            const auto part = std::min(most, static_cast<std::ptrdiff_t>(left.size()));
-            track.sections.splice(track.sections.end(), left, left.begin(), std::next(left.begin(), part));
-            group.push_back(&track);
-            Flush();
-            written.splice(written.end(), track.sections);
-        }
-        track.sections.swap(written);
-    }
-
-    IOStream& stream;
-    COverlayTrack& default_track;
-    std::list<COverlayTrack*> group;
-    std::size_t bytes = 0;
-    bool first = true;
-    bool good = true;
-};
-
 bool CTrackManager::WriteTracks(IOStream& stream)
 {
     PruneTombstones();
-    CWriter writer(stream, default_track);
-    for (COverlayTrack* track : *this) writer.Add(*track);
-    return writer.Finish();
+    const CTrackFileLayout layout(*this, most_bytes_in_section);
+    return layout.Write(stream, default_track);
 }
 
 bool CTrackManager::ReadTracks(IOStream& stream)
 {
-    while (!empty()) Destroy(back());
+    DestroyAll();
+    COverlayTrack* last = nullptr;
+    std::uint32_t missing = 0;
     bool good = true;
     {
         Section section(stream);
-        good = ReadList(section) && (section.atEnd() || default_track.Serialize(stream));
+        good = ReadList(section, nullptr, last) && (section.atEnd() || default_track.Serialize(stream)) &&
+               CTrackFileLayout::ReadContinuations(section, missing);
     }
-    while (good && stream.ok() && !stream.atEnd()) {
-        Section more(stream);
-        good = ReadList(more);
+    while (good && missing > 0 && stream.ok() && !stream.atEnd()) {
+        Section section(stream);
+        bool same_track = false;
+        if (!CTrackFileLayout::IsContinuation(section, same_track)) continue; // a newer program's
+        --missing;
+        good = ReadList(section, same_track ? last : nullptr, last);
     }
+    if (missing > 0) stream.damaged = true;
     return good;
 }
 
-bool CTrackManager::ReadList(Section& section)
+bool CTrackManager::ReadList(Section& section, COverlayTrack* begun, COverlayTrack*& last)
 {
     constexpr std::uint32_t kMostTracks = 10'000'000;
+    last = begun;
     std::uint32_t left = 0;
     if (!section.declare_count(left, kMostTracks)) return false;
     for (; left > 0 && !section.atEnd() && section.stream.ok(); --left) {
-        auto track = std::make_unique<COverlayTrack>();
-        const bool read = track->Serialize(section.stream);
-        if (!read) section.stream.damaged = true;
-        if (read && track->object_id != 0 && !empty() && back()->object_id == track->object_id) {
-            back()->TakePart(*track);
-            continue;
-        }
-        // Nobody misses one that was never worth keeping.
-        if (read && (track->object_id != 0 || !track->isTrivial())) push_back(track.release());
+        last = ReadRecord(section.stream, begun);
+        begun = nullptr;
     }
     if (left > 0) section.stream.damaged = true;
     return left == 0 && section.stream.ok();
 }
 
+COverlayTrack* CTrackManager::ReadRecord(IOStream& stream, COverlayTrack* begun)
+{
+    auto track = std::make_unique<COverlayTrack>();
+    if (!track->Serialize(stream)) {
+        stream.damaged = true;
+        return nullptr;
+    }
+    if (begun != nullptr) {
+        begun->TakePart(*track);
+        return begun;
+    }
+    // Nobody misses one that was never worth keeping.
+    if (track->object_id == 0 && track->isTrivial()) return nullptr;
+    push_back(track.release());
+    return back();
+}
+
 void CTrackManager::PruneTombstones()
 {
-    for (auto at = begin(); at != end();) {
-        COverlayTrack* const track = *at++;
-        if (ages.IsSpent(*track)) Destroy(track);
-    }
+    for (auto at = begin(); at != end();) at = ages.IsSpent(**at) ? Destroy(at) : std::next(at);
 }

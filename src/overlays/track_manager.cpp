@@ -9,6 +9,7 @@
 #include "overlays/overlay_dialogs.h"
 
 #include <algorithm>
+#include <memory>
 
 // The list of tracks, and starting and stopping. What is recorded stands in track_recording.cpp, the file in
 // track_file.cpp.
@@ -171,18 +172,23 @@ void CTrackManager::DeleteTracksMatching(bool (*matches)(const COverlayTrack&, v
 void CTrackManager::ClearAll()
 {
     const bool was_recording = doRecordTrack && ActiveTrack() != nullptr;
-    while (!empty()) Destroy(back());
+    DestroyAll();
     SetModified();
     if (!was_recording) return;
     SetRecording(false);
     DispatchToListeners(*this);
 }
 
-void CTrackManager::Destroy(COverlayTrack* track)
+CTrackManager::iterator CTrackManager::Destroy(iterator at)
 {
-    if (simulation_track == track) simulation_track = nullptr;
-    remove(track);
-    delete track;
+    const std::unique_ptr<COverlayTrack> track(*at);
+    if (simulation_track == track.get()) simulation_track = nullptr;
+    return erase(at); // before it tells the views that it has gone
+}
+
+void CTrackManager::DestroyAll()
+{
+    for (auto at = begin(); at != end();) at = Destroy(at);
 }
 
 bool CTrackManager::alreadyHave(const COverlayTrack& track) const

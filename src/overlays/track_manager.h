@@ -80,7 +80,6 @@ public:
 
 private:
     class Persistant;
-    class CWriter;
     /// What the next point does, whatever its distance in space and time.
     enum class NextPoint {
         kFollowsRule,
@@ -94,10 +93,15 @@ private:
     void Record(const CDataGPSPosition& position);
     void AddRecorded(COverlayTrack& track, const CTrackPoint& point, double dt, double metres, float knots);
     void CloseSimulation();
-    void Destroy(COverlayTrack* track);
+    /// Removes a track for good; the one behind it.
+    iterator Destroy(iterator at);
+    void DestroyAll();
     void PruneTombstones();
     bool ReadTracks(IOStream& stream);
-    bool ReadList(Section& section);
+    /// Reads more of the list; its first record goes on with the track `begun`, unless that is null. `last` becomes the
+    /// track of the last record; null when there is none of it.
+    bool ReadList(Section& section, COverlayTrack* begun, COverlayTrack*& last);
+    COverlayTrack* ReadRecord(IOStream& stream, COverlayTrack* begun);
     bool WriteTracks(IOStream& stream);
     COverlayTrack* FindEnd(const CTrackPoint* (COverlayTrack::*end)() const, double lat, double lon,
                            double max_distance_squared, const COverlayTrack* except) const;

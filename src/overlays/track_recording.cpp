@@ -126,6 +126,6 @@ void CTrackManager::EndSimulation()
 void CTrackManager::CloseSimulation()
 {
     const auto simulated = std::find(begin(), end(), simulation_track);
-    if (simulated != end() && (*simulated)->isTrivial()) Destroy(*simulated);
+    if (simulated != end() && (*simulated)->isTrivial()) Destroy(simulated);
     simulation_track = nullptr;
 }

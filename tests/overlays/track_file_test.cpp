@@ -172,16 +172,27 @@ TEST_F(TrackTest, TracksComeBackAsTheyWere)
     EXPECT_FALSE(g_track_manager.tracks_modified);
 }
 
+/// Makes the sections of the file small for a while.
+struct CRoom {
+    explicit CRoom(std::size_t bytes) : usual(std::exchange(CTrackManager::most_bytes_in_section, bytes)) {}
+    ~CRoom() { CTrackManager::most_bytes_in_section = usual; }
+    const std::size_t usual;
+};
+
 TEST_F(TrackTest, TracksBeyondOneSectionOfTheFileComeBackAsWell)
 {
-    for (const std::size_t room : {std::size_t{1}, std::size_t{7000}, std::size_t{30'000}}) {
+    for (const std::size_t bytes : {std::size_t{1}, std::size_t{7000}, std::size_t{30'000}}) {
+        const CRoom room(bytes);
         g_track_manager.ClearAll();
         std::vector<std::vector<CTrackPoint>> points;
         for (const int count : {3, 500, 3, 1000, 64}) points.push_back(PointsOf(*MakeTrack("track", count)));
         g_track_manager.DefaultTrack().name = "Trip #";
-        const std::size_t usual = std::exchange(CTrackManager::most_bytes_in_section, room);
-        EXPECT_TRUE(Restart());
-        CTrackManager::most_bytes_in_section = usual;
+        COverlayTrack& longest = **std::next(g_track_manager.begin(), 3);
+        const auto sections = longest.sections;
+        ASSERT_TRUE(g_track_manager.SaveIfNeeded());
+        EXPECT_EQ(longest.sections, sections);
+        EXPECT_EQ(longest.object_id, 0U) << "saving gives nobody an id";
+        ASSERT_TRUE(Restart(false));
         ASSERT_EQ(g_track_manager.size(), points.size());
         std::size_t i = 0;
         for (const COverlayTrack* track : g_track_manager) {
@@ -189,6 +200,64 @@ TEST_F(TrackTest, TracksBeyondOneSectionOfTheFileComeBackAsWell)
             EXPECT_TRUE(IsConnected(*track));
         }
         EXPECT_EQ(g_track_manager.DefaultName(), "Trip 1");
+    }
+}
+
+TEST_F(TrackTest, OnlyMarkedContinuationsGoOnWithAFile)
+{
+    constexpr std::uint32_t kMark = 0x5C0B7A1E;
+    const auto record = [](std::uint64_t id, int points) {
+        return TrackRecord("track", {SectionOf(3, points)}).Section(SyncBlock(id, 1.65e9, false, 1.6e9)).Text("");
+    };
+    const CBuilder usual = TrackRecord("T#", {}).Section(SyncBlock(0, 1.65e9, false, 1.6e9)).Text("");
+    const auto list = [&](int tracks) {
+        CBuilder content;
+        content.Add(static_cast<std::uint32_t>(tracks));
+        for (int i = 0; i < tracks; ++i) content.Section(record(7, 3));
+        return content;
+    };
+    const auto first = [&](std::uint32_t continuations) {
+        return list(2).Section(usual).Add(kMark).Add(continuations);
+    };
+    const auto more = [&](std::uint8_t same_track) {
+        CBuilder content;
+        content.Add(kMark).Add(same_track);
+        content.bytes += list(1).bytes;
+        return content;
+    };
+    const CBuilder foreign[] = {CBuilder(), CBuilder().Add(std::uint16_t{1}), list(5), CBuilder().Section(list(1))};
+    std::string among_foreign = CBuilder::File(first(2));
+    for (const CBuilder& section : foreign) among_foreign += CBuilder().Section(section).bytes;
+    among_foreign += CBuilder().Section(more(1)).Section(foreign[2]).Section(more(0)).Section(more(0)).bytes;
+
+    CBuilder unreadable = CBuilder().Add(1U).Section(CBuilder().Add(0xFFFFFFFFU)).Section(usual).Add(kMark).Add(1U);
+    const struct {
+        const char* name;
+        std::string file;
+        std::vector<int> points; ///< of each track
+        bool whole;
+    } cases[] = {
+        {"neighbours_of_one_id_are_two", CBuilder::File(list(2).Section(usual)), {3, 3}, true},
+        {"what_follows_unannounced_is_not_read",
+         CBuilder::File(list(1)) + CBuilder().Section(more(0)).bytes,
+         {3},
+         true},
+        {"a_field_of_a_newer_program_announces_nothing",
+         CBuilder::File(list(1).Section(usual).Add(7U).Add(2U)) + CBuilder().Section(more(0)).bytes,
+         {3},
+         true},
+        {"among_sections_of_a_newer_program", among_foreign, {3, 6, 3}, true},
+        {"one_is_missing", CBuilder::File(first(2)) + CBuilder().Section(more(0)).bytes, {3, 3, 3}, false},
+        {"what_it_goes_on_with_is_lost", CBuilder::File(unreadable) + CBuilder().Section(more(1)).bytes, {3}, false},
+    };
+    for (const auto& c : cases) {
+        WriteBytes(File(), c.file);
+        EXPECT_TRUE(g_track_manager.LoadFromFile()) << c.name;
+        std::vector<int> points;
+        for (const COverlayTrack* track : g_track_manager) points.push_back(track->getTotalPoints());
+        EXPECT_EQ(points, c.points) << c.name;
+        EXPECT_EQ(isRegularFile(File() + ".damaged"), !c.whole) << c.name;
+        std::filesystem::remove(File() + ".damaged");
     }
 }
 
@@ -206,6 +275,7 @@ TEST_F(TrackTest, TrivialTracksWithoutAnIdVanishWhenRead)
 
 TEST_F(TrackTest, AFileCutAnywhereGivesWhatIsInIt)
 {
+    const CRoom room(2200); // a full section of a track, and a little
     MakeTrack("first", 100)->GetObjectID();
     MakeTrack("second", 70, 500.0)->GetObjectID();
     const auto first = PointsOf(*g_track_manager.front());
