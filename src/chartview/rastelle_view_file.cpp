@@ -27,14 +27,29 @@ struct CRastelleView::SavedView {
                section.declare(anchor_y) && section.declare(last_path) && section.declare(screen_right) &&
                section.declare(screen_bottom);
     }
+    bool HasPlace() const { return ValidLatLon(lat, lon) || (lat > 90.0 && std::isfinite(lat) && std::isfinite(lon)); }
+    bool HasScale() const { return std::isfinite(scale) && scale >= 0.0; }
+    bool HasAnchor() const { return IsOnScreen(anchor_x) && IsOnScreen(anchor_y); }
     /// Numbers of a damaged file must not get into the arithmetic of a view.
     bool IsSane() const
     {
+        return HasPlace() && HasScale() && HasAnchor() && IsOnScreen(screen_right) && IsOnScreen(screen_bottom);
+    }
+    /// A view far off its chart, or on one whose georeferencing is damaged, has numbers that are of no use.
+    void DropWhatIsInsane()
+    {
+        if (!HasPlace() || !HasScale()) {
+            lat = lon = 999.0;
+            scale = 0.0;
+        }
+        if (!HasAnchor()) anchor_x = anchor_y = 0.0;
+    }
+
+private:
+    static bool IsOnScreen(double x)
+    {
         constexpr double kLargestScreen = 1e5; // device pixels
-        const auto on_screen = [](double x) { return std::abs(x) <= kLargestScreen; };
-        const bool place = ValidLatLon(lat, lon) || (lat > 90.0 && std::isfinite(lat) && std::isfinite(lon));
-        return place && std::isfinite(scale) && scale >= 0.0 && on_screen(anchor_x) && on_screen(anchor_y) &&
-               on_screen(screen_right) && on_screen(screen_bottom);
+        return std::abs(x) <= kLargestScreen;
     }
 };
 
@@ -46,6 +61,7 @@ bool CRastelleView::Serialize(IOStream& stream)
         GetCurrentMapView();
         saved = {last_path,    wanted_lat,   wanted_lon, wanted_scale, locked_on_gps,
                  gps_anchor_x, gps_anchor_y, last_path,  screen.right, screen.bottom};
+        saved.DropWhatIsInsane();
         return saved.Declare(stream);
     }
     if (!saved.Declare(stream) || !saved.IsSane()) return false;

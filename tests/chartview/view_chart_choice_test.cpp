@@ -1,6 +1,7 @@
 #include "view_fixture.h"
 
 #include <fstream>
+#include <limits>
 
 namespace {
 
@@ -203,6 +204,29 @@ TEST_F(ViewTest, SavedViewComesBack)
     CRastelleView without(&host);
     ASSERT_TRUE(without.ReadFile(file, ZT_HWND(), 0));
     EXPECT_EQ(std::filesystem::path(without.CurrentPath()).filename(), "other.rlt") << "the best chart of what is left";
+}
+
+TEST_F(ViewTest, AViewFarOffItsChartOpensTheChartAgain)
+{
+    Geo_ref_coeff_t nowhere{};
+    for (auto* cubics : {nowhere.forward, nowhere.inverse}) cubics[0][0] = std::numeric_limits<double>::quiet_NaN();
+    const std::string charts[] = {Chart("here.rlt", 1.0),
+                                  WriteChart(root.file("nowhere.rlt"), ChartAt(0, 0, 1.0, 4).Georeferencing(nowhere))};
+    const std::string file = root.file("v.dvqc");
+    for (const std::string& chart : charts) {
+        for (const double away : {0.0, 1e7, -1e7}) {
+            SCOPED_TRACE(testing::Message() << chart << " scrolled by " << away);
+            MakeView();
+            ASSERT_TRUE(Open(chart));
+            double dx = away;
+            double dy = away;
+            view->DoScroll(dx, dy);
+            ASSERT_TRUE(view->WriteFile(file, ZT_HWND(), 0));
+            CRastelleView again(&host);
+            EXPECT_TRUE(again.ReadFile(file, ZT_HWND(), 0));
+            EXPECT_EQ(again.CurrentPath(), chart);
+        }
+    }
 }
 
 TEST_F(ViewTest, DamagedViewGivesDefaultsAndIsKept)
