@@ -27,6 +27,7 @@ TEST_F(AisCollision, WhoIsAThreat)
     };
     const CCase cases[] = {
         {"head on", 0.0F, 5.0F, false, 0, 3000, 180.0, 5.0, kRed, true, 0.0, 583.2},
+        {"head on, with a course of 360", 360.0F, 5.0F, false, 0, 3000, 180.0, 5.0, kRed, true, 0.0, 583.2},
         {"crossing close ahead", 0.0F, 0.0F, false, -2000, 250, 90.0, 10.0, kRed, true, 250.0, 388.8},
         {"crossing at 500 m is near", 0.0F, 0.0F, false, -2000, 500, 90.0, 10.0, kYellow, false, 500.0, 388.8},
         {"crossing at 700 m is not", 0.0F, 0.0F, false, -2000, 700, 90.0, 10.0, kGreen, false, 700.0, 388.8},
@@ -54,7 +55,7 @@ TEST_F(AisCollision, WhoIsAThreat)
         EXPECT_NEAR(ship.tcpa, c.tcpa, 1.0) << c.name;
         EXPECT_NEAR(ship.range, std::hypot(c.x, c.y), 1.0) << c.name;
     }
-    EXPECT_NEAR(Target(kShip + 2).bearing, 277.1F, 0.1F);
+    EXPECT_NEAR(Target(kShip + 3).bearing, 277.1F, 0.1F);
 }
 
 TEST_F(AisCollision, AnAlarmFromItsBeginningToItsEnd)
