@@ -13,8 +13,7 @@ namespace {
 constexpr int kCharacterBits = 6;
 constexpr int kPieceBits = CAIS_Sentence::kPieceBits;
 constexpr int kPieceCharacters = kPieceBits / kCharacterBits;
-constexpr std::ptrdiff_t kBlockCharacters = sizeof(CSixteenBytes);
-constexpr int kBlockBits = 2 * kPieceBits;
+constexpr std::size_t kBlockCharacters = sizeof(CSixteenBytes);
 constexpr std::uint64_t kPieceMask = (std::uint64_t{1} << kPieceBits) - 1;
 constexpr std::uint64_t kEachByte = RepeatedByte(1);
 
@@ -39,12 +38,11 @@ std::uint64_t FirstBits(std::uint64_t piece, int count)
     return piece & ~(kPieceMask >> count);
 }
 
-/// Writes the bits of sixteen characters to the stream from that position on; it has none behind them.
-void Put(int position, CSixteenBytes characters)
+/// Writes the bits of sixteen characters to the stream, behind the first `used` bits of that piece; it has none behind
+/// them.
+void Put(std::uint64_t* piece, int used, CSixteenBytes characters)
 {
-    const int used = position % kPieceBits;
     const auto [first, last] = Decode(characters);
-    std::uint64_t* const piece = CAIS_Sentence::bitstream + position / kPieceBits;
     if (used == 0) { // as in nearly every sentence
         piece[0] = first;
         piece[1] = last;
@@ -55,10 +53,11 @@ void Put(int position, CSixteenBytes characters)
     piece[2] = last << (kPieceBits - used) & kPieceMask;
 }
 
-/// The characters, fewer than sixteen, and zeroes behind them.
-CSixteenBytes LoadFewCharacters(const char* at, std::size_t count)
+/// The first sixteen characters, or as many as there are and zeroes behind them.
+CSixteenBytes LoadCharacters(const char* at, std::size_t count)
 {
     constexpr std::size_t kHalf = kBlockCharacters / 2;
+    if (count >= kBlockCharacters) return LoadSixteenBytes(at);
     if (count < kHalf) return std::bit_cast<CSixteenBytes>(CTwoWords{LoadBytes(at, count), 0});
     return std::bit_cast<CSixteenBytes>(CTwoWords{LoadEightBytes(at), LoadBytes(at + kHalf, count - kHalf)});
 }
@@ -96,12 +95,14 @@ void CAIS_Sentence::append_sixbits(int v)
 void CAIS_Sentence::AppendPayload(const char* payload, std::size_t length)
 {
     const auto room = static_cast<std::size_t>((kMostBits - bit_count) / kCharacterBits);
-    const char* const end = payload + std::min(length, room);
-    int position = bit_count;
-    bit_count += static_cast<std::int32_t>(end - payload) * kCharacterBits;
-    for (; end - payload >= kBlockCharacters; position += kBlockBits, payload += kBlockCharacters)
-        Put(position, LoadSixteenBytes(payload));
-    if (payload != end) Put(position, LoadFewCharacters(payload, static_cast<std::size_t>(end - payload)));
+    const std::size_t count = std::min(length, room);
+    std::uint64_t* piece = bitstream + bit_count / kPieceBits;
+    const int used = bit_count % kPieceBits;
+    for (std::size_t done = 0; done < count; done += kBlockCharacters) {
+        Put(piece, used, LoadCharacters(payload + done, count - done));
+        piece += 2;
+    }
+    bit_count += static_cast<std::int32_t>(count) * kCharacterBits;
 }
 
 void CAIS_Sentence::fetch_string(char* out, int& position, int bits)
