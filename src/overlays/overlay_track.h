@@ -6,7 +6,6 @@
 #include "overlays/track_section.h"
 
 #include <list>
-#include <ranges>
 
 class CMenuTree;
 class COverlayRoute;
@@ -17,7 +16,10 @@ public:
     class cType;
     static constexpr int kTypeId = 119;
     /// Some sections of a track that stand behind one another.
-    using CSectionRange = std::ranges::subrange<std::list<CTrackSection*>::const_iterator>;
+    struct CSectionRange {
+        std::list<CTrackSection*>::const_iterator first;
+        std::list<CTrackSection*>::const_iterator last; ///< behind them
+    };
 
     std::list<CTrackSection*> sections; ///< owned; each but the first begins with the last point of the one before
     double total_distance = 0.0;        ///< metres; 0: these three are not computed

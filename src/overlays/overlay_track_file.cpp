@@ -1,6 +1,7 @@
 #include "overlays/overlay_track.h"
 
 #include <algorithm>
+#include <iterator>
 
 class COverlayTrack::cType : public Type {
 public:
@@ -36,9 +37,9 @@ bool COverlayTrack::SerializeRecord(IOStream& stream, CSectionRange range)
 
 bool COverlayTrack::WriteSections(Section& section, CSectionRange range)
 {
-    auto count = static_cast<std::uint32_t>(std::ranges::distance(range));
+    auto count = static_cast<std::uint32_t>(std::distance(range.first, range.last));
     return section.declare(count) &&
-           std::ranges::all_of(range, [&](CTrackSection* piece) { return piece->Serialize(section.stream); });
+           std::all_of(range.first, range.last, [&](CTrackSection* piece) { return piece->Serialize(section.stream); });
 }
 
 bool COverlayTrack::ReadSections(Section& section)
