@@ -268,6 +268,23 @@ TEST_F(ZtChart, BadInputFailsWithWordsAndStaysAsItWas)
     EXPECT_FALSE(QFile::exists(Path("x.rlt")));
 }
 
+TEST_F(ZtChart, AChunkedChartWithoutItsChunksTellsItsHeader)
+{
+    const QString chart = MakeTestChart(root.path(), "c", TestPicture(128, 64, 4), Bounds("10,20,11,22"));
+    QByteArray bytes = FileBytes(chart);
+    bytes[7] = 0x01;
+    ASSERT_TRUE(write_to_file(chart.toStdString(), bytes.toStdString()));
+    const CToolRun info = RunTool({"info", chart});
+    EXPECT_EQ(info.code, 1);
+    EXPECT_EQ(info.Json()["width_px"].toInt(), 128);
+    EXPECT_TRUE(info.Json()["chunked"].toBool());
+    EXPECT_EQ(info.Json()["title"].toString(), "c");
+    EXPECT_FALSE(info.Json()["error"].toString().isEmpty());
+    EXPECT_NEAR(RunTool({"locate", chart, "--xy", "64,32"}).Json()["lon"].toDouble(), 21.0, 1e-9);
+    EXPECT_EQ(RunTool({"render", chart, "-o", Path("x.png")}).code, 1);
+    EXPECT_EQ(RunTool({"verify", chart}).code, 1);
+}
+
 TEST_F(ZtChart, OnlyRegularFilesAreOpened)
 {
     ASSERT_EQ(mkfifo(root.file("pipe.rlt").c_str(), 0600), 0);

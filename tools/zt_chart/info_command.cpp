@@ -124,7 +124,7 @@ int InfoCommand(const QStringList& arguments)
     QCommandLineParser parser;
     if (!ParseArguments(parser, arguments, 1, 1)) return kWrongUse;
     const std::string path = parser.positionalArguments().front().toStdString();
-    const COpenedChart opened(path);
+    const COpenedChart opened(path, COpenedChart::Need::header);
     QJsonObject info;
     for (const char* key : kKeys) info[QLatin1String(key)] = QJsonValue::Null;
     AddFirstWords(path, info);

@@ -17,7 +17,7 @@ int LocateCommand(const QStringList& arguments)
     const auto numbers = ParseNumbers(parser.value(from_pixel ? xy_option : latlon_option), 2);
     if (!numbers) return WrongUse("two numbers parted by a comma are wanted");
 
-    const COpenedChart opened(parser.positionalArguments().front().toStdString());
+    const COpenedChart opened(parser.positionalArguments().front().toStdString(), COpenedChart::Need::header);
     if (!opened.chart) return Fail(opened.error);
     const CRastelle& chart = *opened.chart;
     const auto& geo = chart.header->georeferencing;

@@ -4,6 +4,8 @@
 #include "core/files.h"
 #include "core/message_sink.h"
 
+#include <cstring>
+
 namespace {
 
 /// Keeps the last message instead of showing it.
@@ -28,9 +30,19 @@ private:
     IMessageSink* before;
 };
 
+/// All of a chart but its pixels.
+class CHeaderOfChart : public CRastelle {
+public:
+    int ReadBlock(int, int, int level, unsigned char* out, ThreadDataForRead*) override
+    {
+        std::memset(out, 0, static_cast<std::size_t>(kTilePixels >> level));
+        return 1;
+    }
+};
+
 } // namespace
 
-COpenedChart::COpenedChart(const std::string& path)
+COpenedChart::COpenedChart(const std::string& path, Need need)
 {
     if (!isRegularFile(path)) {
         error = "cannot open " + path + ": not a regular file";
@@ -47,5 +59,10 @@ COpenedChart::COpenedChart(const std::string& path)
     }
     if (opened) return;
     error = !message.text.empty() ? message.text : "cannot open " + path;
+    const bool header_suffices = need == Need::header && chart && message.text.empty();
     chart.reset();
+    if (!header_suffices) return;
+    chart = std::make_unique<CHeaderOfChart>();
+    chart->Open({}, path.c_str(), [&opened](bool good) { opened = good; });
+    if (!opened) chart.reset();
 }
