@@ -1,5 +1,7 @@
 #include "tools/common/quantiser.h"
 
+#include "tools/common/colour_distance.h"
+
 #include <set>
 
 #include <QColor>
@@ -45,6 +47,8 @@ TEST(Quantiser, KeepsFewColoursExactlyAndManyClosely)
     EXPECT_EQ(quantised.palette.size(), 128U);
     EXPECT_LT(GreatestError(many, quantised), 32);
     EXPECT_EQ(QuantiseImage(many, 5).palette.size(), 5U);
+    for (const CIndexImage& picture : {QuantiseImage(few), quantised})
+        EXPECT_EQ(NearestColour(picture.palette, 0xFFFFFF), 1U) << "what shows beside the chart";
 }
 
 TEST(Quantiser, KeepsIndicesOfAnIndexPicture)

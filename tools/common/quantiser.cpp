@@ -144,6 +144,7 @@ CIndexImage QuantiseImage(const QImage& image, int colours)
     if (KeepIndices(image, colours, out)) return out;
     const std::vector<std::uint32_t> pixels = OpaquePixels(image);
     out.palette = MedianCutPalette(pixels, colours);
+    if (out.palette.size() > 1) std::swap(out.palette[1], out.palette[NearestColour(out.palette, 0xFFFFFF)]);
     std::unordered_map<std::uint32_t, unsigned char> known;
     for (std::size_t i = 0; i < pixels.size(); ++i) {
         const auto [entry, is_new] = known.try_emplace(pixels[i], 0);

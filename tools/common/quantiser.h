@@ -18,7 +18,8 @@ struct CIndexImage {
 
 /// Brings a picture to at most `colours` (1 to kPaletteSize) colours. One that has an index palette of that size, or
 /// uses no more colours, keeps all of them exactly, an index picture its indices too; any other gets a median-cut
-/// palette and the nearest colour for each pixel, without dithering. Transparent parts count as laid over white.
+/// palette and the nearest colour for each pixel, without dithering. Where the order of the palette is free, index 1,
+/// which is what shows beside a chart, is the lightest colour. Transparent parts count as laid over white.
 CIndexImage QuantiseImage(const QImage& image, int colours = kPaletteSize);
 
 /// A palette of at most `colours` for the given colours (0xRRGGBB), each counted once for each time it stands there, by
