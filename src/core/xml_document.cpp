@@ -2,7 +2,10 @@
 
 #include "core/files.h"
 #include "core/numbers.h"
+#include "core/text.h"
 #include "core/xml_parser.h"
+
+#include <QUtf8StringView>
 
 namespace {
 
@@ -45,6 +48,12 @@ void AppendWithoutControls(std::string& out, std::string_view text)
         const auto byte = static_cast<unsigned char>(c);
         if (byte >= 0x20 || c == '\t' || c == '\n') out += c;
     }
+}
+
+std::string AsUtf8(std::string text)
+{
+    return QUtf8StringView(text.data(), static_cast<qsizetype>(text.size())).isValidUtf8() ? std::move(text)
+                                                                                           : Latin1ToUtf8(text);
 }
 
 } // namespace
@@ -140,7 +149,7 @@ std::optional<std::string> CXMLnode::FindAttribute(std::string_view name) const
 {
     CXMLattributes attributes(*this);
     while (attributes.Next()) {
-        if (attributes.Is(name)) return XML_decode_ampersand(attributes.value);
+        if (attributes.Is(name)) return AsUtf8(XML_decode_ampersand(attributes.value));
     }
     return {};
 }
@@ -195,7 +204,7 @@ std::string CXMLnode::GetContents() const
         }
         rest.remove_prefix(behind);
     }
-    return std::string(WithoutBlanks(out));
+    return AsUtf8(std::string(WithoutBlanks(out)));
 }
 
 bool CXMLnode::FindChildGetContents(std::string_view name, std::string& out) const

@@ -31,7 +31,8 @@ public:
     double FindAttributeDbl(std::string_view name, double fallback) const;
 
     /// The text of the element itself: entities decoded, CDATA sections taken as they are, comments and the text of
-    /// child elements left out, blanks at both ends cut off, control characters dropped.
+    /// child elements left out, blanks at both ends cut off, control characters dropped. Always UTF-8: other bytes are
+    /// taken for Latin-1.
     std::string GetContents() const;
     /// The contents when they stand in the document just as they are, as number and time elements do; otherwise empty.
     std::string_view PlainContents() const;
@@ -72,13 +73,14 @@ class CXMLdocument {
 public:
     static constexpr int kDeepest = 256;
     static constexpr std::int64_t kLargest = std::int64_t{256} << 20; ///< bytes
+    static constexpr std::size_t kMostElements = 16'000'000;
 
     CXMLdocument() = default;
     CXMLdocument(const CXMLdocument&) = delete;
     CXMLdocument& operator=(const CXMLdocument&) = delete;
 
-    /// False when the file cannot be read, is too large, not well-formed, cut off, or nested too deeply; the document
-    /// is then empty.
+    /// False when the file cannot be read, is too large, has too many elements, is not well-formed, cut off, or nested
+    /// too deeply; the document is then empty.
     bool ParseFile(const std::string& path);
     /// Takes the text, in UTF-8, with or without byte order mark, or in the encoding that it declares.
     bool ParseText(std::string with_text);
@@ -110,6 +112,6 @@ private:
 std::string XML_decode_ampersand(std::string_view text);
 /// The text with `&`, `<`, `>` and `"` as entities.
 std::string XML_encode_ampersand(std::string_view text);
-/// A file's text as UTF-8: by its byte order mark or the encoding that its XML declaration names. Nothing when the
-/// bytes are not of that encoding, or the encoding is unknown.
+/// A file's text by its byte order mark or the encoding that its XML declaration names, as UTF-8; where that is UTF-8,
+/// the bytes are not checked. Nothing when they cannot be converted, or the encoding is unknown.
 std::optional<std::string> XML_to_utf8(std::string bytes);

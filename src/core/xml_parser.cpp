@@ -63,6 +63,7 @@ bool CXMLparser::Markup()
 bool CXMLparser::StartTag()
 {
     if (!IsNameStart(*position) || depth == CXMLdocument::kDeepest) return false;
+    if (document.nodes.size() > CXMLdocument::kMostElements) return false;
     if (depth == 0 && document.nodes.size() > 1) return false; // a second root
     const char* name_end = position;
     while (name_end < end && !EndsName(*name_end)) ++name_end;

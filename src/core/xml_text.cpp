@@ -88,10 +88,12 @@ std::string DeclaredEncoding(std::string_view bytes)
     return std::string(declaration.substr(at + 1, close - at - 1));
 }
 
+/// Whether a text whose declaration could be read byte by byte, and names that encoding, is UTF-8. Some programs name a
+/// wide one that the text had in their memory.
 bool IsUtf8(std::string name)
 {
     for (char& c : name) c = static_cast<char>(c | 0x20);
-    return name == "utf-8" || name == "utf8" || name == "us-ascii" || name == "ascii";
+    return name == "utf-8" || name == "utf8" || name == "us-ascii" || name == "ascii" || name.starts_with("utf-16");
 }
 
 std::optional<std::string> Convert(std::string_view bytes, const char* from)

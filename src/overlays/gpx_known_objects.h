@@ -9,8 +9,8 @@
 #include <list>
 #include <unordered_map>
 
-/// The objects of a list by their ids and by the place where they begin, made once per import, so that looking for one
-/// does not go through them all.
+/// The objects of a list by their ids, and by their texts and the place where they begin, made once per import, so that
+/// looking for one does not go through them all.
 template <class Object>
 class CKnownObjects {
 public:
@@ -33,9 +33,10 @@ public:
     {
         // Equal objects begin within two metres of each other, which may be in the neighbouring cell.
         const Cell middle = CellOf(object);
+        const std::uint64_t texts = HashOfTexts(object);
         for (long lat = middle.lat - 1; lat <= middle.lat + 1; ++lat) {
             for (long lon = middle.lon - 1; lon <= middle.lon + 1; ++lon) {
-                const auto [first, last] = by_place.equal_range(Key({lat, lon}));
+                const auto [first, last] = by_data.equal_range(Key({lat, lon}) ^ texts);
                 for (auto candidate = first; candidate != last; ++candidate) {
                     if (candidate->second->sameData(object)) return true;
                 }
@@ -46,7 +47,7 @@ public:
     void Add(Object* object)
     {
         if (object->object_id != 0) by_id.emplace(object->object_id, object);
-        by_place.emplace(Key(CellOf(*object)), object);
+        by_data.emplace(Key(CellOf(*object)) ^ HashOfTexts(*object), object);
     }
 
 private:
@@ -59,6 +60,15 @@ private:
     static std::uint64_t Key(Cell cell)
     {
         return static_cast<std::uint64_t>(cell.lat) << 32 ^ (static_cast<std::uint64_t>(cell.lon) & 0xFFFFFFFFU);
+    }
+    /// The same for texts that differ in the case of their letters, which objects with equal data may.
+    static std::uint64_t HashOfTexts(const Object& object)
+    {
+        constexpr std::uint64_t kFnvPrime = 1'099'511'628'211;
+        std::uint64_t hash = 14'695'981'039'346'656'037U;
+        for (const std::string* text : {&object.name, &object.comment, &object.category})
+            for (const char c : *text) hash = (hash ^ static_cast<unsigned char>(c | 0x20)) * kFnvPrime;
+        return hash;
     }
     static Cell CellAt(double lat, double lon)
     {
@@ -77,5 +87,5 @@ private:
     }
 
     std::unordered_map<std::uint64_t, Object*> by_id;
-    std::unordered_multimap<std::uint64_t, Object*> by_place;
+    std::unordered_multimap<std::uint64_t, Object*> by_data;
 };

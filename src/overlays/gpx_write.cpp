@@ -17,9 +17,7 @@ void WriteExtensions(CGPXOutput& out, const COverlayMark& mark)
     out.Text() += "</xstyle:fill>";
     if (mark.alarm_radius > 0.0F) {
         const float proximity = mark.anchor_radius > 0.0F ? -mark.anchor_radius : mark.alarm_radius;
-        appendprintf(out.Text(),
-                     "<xgarmin:WaypointExtension><xgarmin:Proximity>%.1f</xgarmin:Proximity>"
-                     "</xgarmin:WaypointExtension>",
+        appendprintf(out.Text(), "<xgarmin:WaypointExtension><Proximity>%.1f</Proximity></xgarmin:WaypointExtension>",
                      static_cast<double>(proximity));
     }
     out.Text() += "</extensions>";
