@@ -32,8 +32,8 @@ void ColourPortable(const unsigned char* tile, const std::uint32_t* palette, std
             }
 #pragma GCC unroll 8
             for (int i = 0; i < kGroup; i += 2) {
-                const std::uint64_t pair = palette[from[column + i] & 0x7F] |
-                                           std::uint64_t{palette[from[column + i + 1] & 0x7F]} << 32;
+                const std::uint64_t pair =
+                    palette[from[column + i] & 0x7F] | std::uint64_t{palette[from[column + i + 1] & 0x7F]} << 32;
                 std::memcpy(dest + column + i, &pair, sizeof(pair));
             }
         }
