@@ -137,7 +137,7 @@ const bool nmea_rows = [] {
         "finding the line ends", FindLineEnds);
     RegisterRatio("nmea/400000_sentences_parsed", ParseLog, "finding the line ends", FindLineEnds);
     if (!QStandardPaths::findExecutable("gpsdecode").isEmpty())
-        RegisterRatio("nmea/400000_sentences_parsed_of_gpsdecode", ParseLog, "gpsdecode", RunGpsdecode);
+        RegisterRatio("nmea/400000_sentences_parsed_of_gpsdecode", ParseLog, "gpsdecode", RunGpsdecode, 3);
     RegisterRatio(
         "nmea/decimal_to_double", [] { SumNumbers([](const std::string& text) { return *ParseDouble(text); }); },
         "strtod", [] { SumNumbers([](const std::string& text) { return std::strtod(text.c_str(), nullptr); }); });
