@@ -311,7 +311,7 @@ void CZentaraAppModel::SavePages()
 
 void CZentaraAppModel::SetStatusText(const std::string& text)
 {
-    const QString shown = QString::fromStdString(text);
+    const QString shown = QString::fromStdString(text).trimmed(); // some texts end with a line feed
     if (status_text == shown) return;
     status_text = shown;
     emit statusTextChanged();

@@ -205,6 +205,8 @@ TEST_F(MainWindow, StatusDimmerThemeAndDoneButton)
     EXPECT_FALSE(Find("statusBox")->isVisible());
     theApp->SetStatusText("<b>No data</b>");
     EXPECT_TRUE(Shows("<b>No data</b>"));
+    theApp->SetStatusText("Opened /dev/ttyUSB0 read-only\n");
+    EXPECT_TRUE(Shows("Opened /dev/ttyUSB0 read-only"));
     theApp->SetStatusText("");
     EXPECT_FALSE(Find("statusBox")->isVisible());
 
