@@ -18,6 +18,7 @@ constexpr std::size_t kLongestName = 10'000;
 long LeadingNumber(std::string_view text)
 {
     long number = 0;
+    while (text.starts_with(' ')) text.remove_prefix(1);
     if (text.starts_with('-')) return 0;
     const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
     return result.ec == std::errc::result_out_of_range ? std::numeric_limits<long>::max() : number;

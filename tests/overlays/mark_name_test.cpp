@@ -14,6 +14,7 @@ TEST_F(CMarksTest, NamesCountOnFromTheHighestThatLives)
         {"P#", {}, "P1"},
         {"P#", {"P7", ""}, "P8"}, // the other one is a tombstone
         {"P#", {"P7", "P12x", "Q99", "p40"}, "P13"},
+        {"P#", {"P 20"}, "P21"},
         {"P#", {"Pier", "P-5"}, "P1"},
         {"Wreck", {"Wreck"}, "Wreck"},
         {"#", {"3", "x"}, "4"},
