@@ -42,6 +42,10 @@ void COverlayTrack::addMenus(CMenuTree& menu, ZT_HWND parent, const CTrackSectio
     if (from != nullptr) AddSplitMenu(menu, *from);
     AddJoinMenus(menu);
     AddTrackEntry(menu, "Convert to Route", *this, [](COverlayTrack& track) { track.ConvertToRoute(); });
+    if (!isRecording()) {
+        AddTrackEntry(menu, "Resume Recording", *this,
+                      [](COverlayTrack& track) { g_track_manager.ResumeRecording(&track); });
+    }
     AddTrackEntry(menu, visible ? "Hide Track" : "Show Track", *this, [](COverlayTrack& track) {
         track.setVisible(!track.visible);
         track.Dispatch(COverlayObject::kChanged);

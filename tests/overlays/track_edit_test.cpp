@@ -212,18 +212,24 @@ TEST_F(TrackEdit, TheMenuOffersWhatCanBeDone)
 {
     CTool tool;
     COverlayTrack& track = *MakeTrack("track: one", 20);
-    EXPECT_EQ(CTrackMenu(track).Labels(), (std::vector<std::string>{"Edit Track", "Convert to Route", "Hide Track",
-                                                                    "Lock Track", "Save Track As", "Delete Track"}));
+    EXPECT_EQ(CTrackMenu(track).Labels(),
+              (std::vector<std::string>{"Edit Track", "Convert to Route", "Resume Recording", "Hide Track",
+                                        "Lock Track", "Save Track As", "Delete Track"}));
     tool.selected = 5;
     COverlayTrack& next = *MakeTrack("next", 5, 150.0, 190.0); // begins 150 m from the end, the radius is 200 m
     MakeTrack("too far", 5, -250.0, 190.0);
     MakeTrack("hidden", 5, 0.0, 190.0)->visible = false;
     CTrackMenu(track).Click("Hide Track");
     CTrackMenu(track).Click("Lock Track");
-    EXPECT_EQ(CTrackMenu(track).Labels(),
-              (std::vector<std::string>{"Edit Track", "Split Track", "Join Track", "Convert to Route", "Show Track",
-                                        "Unlock Track", "Save Track As", "Delete Track"}));
+    EXPECT_EQ(
+        CTrackMenu(track).Labels(),
+        (std::vector<std::string>{"Edit Track", "Split Track", "Join Track", "Convert to Route", "Resume Recording",
+                                  "Show Track", "Unlock Track", "Save Track As", "Delete Track"}));
     CTrackMenu(track).Click("Show Track");
+    CTrackMenu(track).Click("Resume Recording");
+    EXPECT_TRUE(track.isRecording());
+    EXPECT_EQ(std::ranges::count(CTrackMenu(track).Labels(), "Resume Recording"), 0);
+    g_track_manager.stopTrackRecording();
     CTrackMenu(next).Click("Join Track"); // from the track that ends near this start
     EXPECT_EQ(track.getTotalPoints(), 25);
     CTrackMenu(track).Click("Split Track");
