@@ -11,11 +11,23 @@ CDlg_edit_route {
         onRejected: dlg.closeDialog(1)
         contents: EditLineContents {
             dlg: dlg
-            ZTButton {
-                objectName: "waypointIcon"
-                text: "Icon of all waypoints"
-                Layout.fillWidth: true
-                onClicked: dlg.chooseWaypointIcon()
+            RowLayout {
+                spacing: 8
+                visible: dlg.waypointIcon !== ""
+                CPaintedIcon {
+                    implicitWidth: 36
+                    implicitHeight: 36
+                    iconName: dlg.waypointIcon
+                    color: dlg.waypointColour
+                    Accessible.role: Accessible.Graphic
+                    Accessible.name: "Icon " + dlg.waypointIcon
+                }
+                ZTButton {
+                    objectName: "waypointIcon"
+                    text: "Icon of all waypoints"
+                    Layout.fillWidth: true
+                    onClicked: dlg.chooseWaypointIcon()
+                }
             }
         }
     }

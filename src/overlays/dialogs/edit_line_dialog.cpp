@@ -58,6 +58,11 @@ void CDlg_edit_route::SetRoute(COverlayRoute& edited, bool of_template)
 {
     route = &edited;
     line = edited;
+    if (!edited.waypoints.empty()) {
+        const COverlayMark& first = *edited.waypoints.front();
+        waypoint_icon = QString::fromStdString(first.icon_name);
+        waypoint_colour = ToQColor(first.colour);
+    }
     TakeFrom(edited, of_template ? QStringLiteral("New routes") : QStringLiteral("Edit Route"), of_template);
 }
 
@@ -70,21 +75,23 @@ QString CDlg_edit_route::figures() const
 
 void CDlg_edit_route::chooseWaypointIcon()
 {
-    if (route == nullptr || route->waypoints.empty()) return;
-    const COverlayMark& look_now = *route->waypoints.front();
     const QPointer<CDlg_edit_route> self(this);
-    CDlg_icon::Choose(hWnd(), QString::fromStdString(look_now.icon_name), ToQColor(look_now.colour),
-                      [self](const QString& icon, const QColor& tint) {
-                          if (self == nullptr || self->route == nullptr) return;
-                          const COverlayMark look({}, icon.toStdString(), ToGraphicsColor(tint));
-                          self->route->SetAllWaypointsLike(look);
-                      });
+    CDlg_icon::Choose(hWnd(), waypoint_icon, waypoint_colour, [self](const QString& icon, const QColor& tint) {
+        if (self == nullptr) return;
+        self->waypoint_icon = icon;
+        self->waypoint_colour = tint;
+        self->look_chosen = true;
+        emit self->changed();
+    });
 }
 
 bool CDlg_edit_route::Apply()
 {
     bool differs = GiveTo(*route);
     differs |= GiveLineTo(*route);
+    differs |= look_chosen;
+    if (look_chosen)
+        route->SetAllWaypointsLike(COverlayMark({}, waypoint_icon.toStdString(), ToGraphicsColor(waypoint_colour)));
     if (isTemplate()) {
         CMarkManager::SettingsChanged();
         g_mark_manager.routes_modified = true;

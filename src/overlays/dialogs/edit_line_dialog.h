@@ -36,12 +36,17 @@ protected:
 /// A route, or the look of new ones, being edited.
 class CDlg_edit_route : public CDlg_edit_line {
     Q_OBJECT
+    Q_PROPERTY(QString waypointIcon READ waypointIcon NOTIFY changed)
+    Q_PROPERTY(QColor waypointColour READ waypointColour NOTIFY changed)
 public:
     static constexpr const char* dialog_url = "qrc:/dlg_edit_route.qml";
     using CDlg_edit_line::CDlg_edit_line;
 
     void SetRoute(COverlayRoute& edited, bool of_template);
     QString figures() const override;
+    /// The look of the first waypoint, or what was chosen for all; no icon without a waypoint.
+    QString waypointIcon() const { return waypoint_icon; }
+    QColor waypointColour() const { return waypoint_colour; }
     /// Opens the chooser of icons: the choice is for all waypoints at once.
     Q_INVOKABLE void chooseWaypointIcon();
 
@@ -52,6 +57,9 @@ protected:
 
 private:
     COverlayRoute* route = nullptr; ///< null once it has gone
+    QString waypoint_icon;
+    QColor waypoint_colour;
+    bool look_chosen = false; ///< all waypoints are to look so
 };
 
 /// A track, or the look of new ones, being edited.

@@ -20,13 +20,13 @@ namespace {
 bool WriteIfAlive(const std::string& path, CSyncable* object)
 {
     for (COverlayMark* mark : g_mark_manager.marks) {
-        if (mark == object) return WriteGPXFile(path, *mark);
+        if (mark == object && !mark->deleted) return WriteGPXFile(path, *mark);
     }
     for (COverlayRoute* route : g_mark_manager.routes) {
-        if (route == object) return WriteGPXFile(path, *route);
+        if (route == object && !route->deleted) return WriteGPXFile(path, *route);
     }
     for (COverlayTrack* track : g_track_manager) {
-        if (track == object) return WriteGPXFile(path, *track);
+        if (track == object && !track->deleted) return WriteGPXFile(path, *track);
     }
     return false;
 }
