@@ -48,9 +48,8 @@ COverlayToolItem {
             anchors.centerIn: parent
             width: 32
             height: 32
-            source: "qrc:/MarkToolPopup.svg"
-            sourceSize.width: 64
-            sourceSize.height: 64
+            source: "qrc:/MarkToolPopup.png"
+            mipmap: true
         }
         MouseArea {
             anchors.fill: parent
