@@ -83,6 +83,7 @@ CZTPopupMenu {
     Component {
         id: submenuComponent
         ZTMenu {
+            modal: !cascade // so that the pointer can move on to its parent's other entries
             onClosed: Qt.callLater(sheet.finishWhenClosed)
         }
     }
