@@ -42,6 +42,13 @@ void CMarkTool::OnUpdate(CDataGPSPosition&)
     SetLabel();
 }
 
+void CMarkTool::OnUpdate(COverlayObject& changed)
+{
+    // The route may have been reversed, or may have another waypoint before this one.
+    if (&changed == object && changed.action == COverlayObject::kChanged) FindOrigin();
+    COverlayTool::OnUpdate(changed);
+}
+
 std::string CMarkTool::MakeLabel() const
 {
     if (!grid.ready() || !mark.HasPosition()) return mark.name;

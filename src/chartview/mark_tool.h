@@ -19,6 +19,7 @@ protected:
     void DeleteObject(ZT_HWND parent) override;
     void DrawMarker(QPainter* painter, double at_x, double at_y) const override;
     void OnUpdate(CDataGPSPosition& position) override;
+    void OnUpdate(COverlayObject& changed) override;
     using COverlayTool::OnUpdate;
 
 private:

@@ -125,8 +125,6 @@ void CRastelleView::DoScroll(double& dx, double& dy)
         UnlockIfAnchorLeft();
     }
     moved_screen();
-    IOverlayTool* const tool = TheOverlayTool();
-    if (tool != nullptr && tool->IsActiveIn(*this)) tool->OnViewMoved(*this);
 }
 
 void CRastelleView::moved_screen()
@@ -134,6 +132,7 @@ void CRastelleView::moved_screen()
     NormaliseWrap();
     params.view_rect = ViewRect(screen);
     for (auto& [key, entry] : mapped) entry.mapping.move_screen();
+    if (ToolIsActive()) TheOverlayTool()->OnViewMoved(*this);
     Repaint();
 }
 

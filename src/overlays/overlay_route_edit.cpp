@@ -97,6 +97,7 @@ void COverlayRoute::AddWaypointFromMark(COverlayMark& mark, CRastelleView* view,
     waypoint.comment = mark.comment;
     waypoint.link = mark.link;
     SetNameFromEndWaypoints();
+    Dispatch(kChanged); // of the names
     if (!mark.isLocked()) g_mark_manager.DeleteMark(&mark);
 }
 

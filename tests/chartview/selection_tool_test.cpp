@@ -110,6 +110,17 @@ TEST_F(SelectionTool, DragsTheSelectedMarkUnderFingerAndMouse)
     }
 }
 
+TEST_F(SelectionTool, DragsFromWhereTheMarkIsAfterTheViewWentElsewhere)
+{
+    COverlayMark& mark = AddMark("A", 0.02, 0.02);
+    Tap(At(0.02, 0.02));
+    view->GotoLocation(ZT_HWND(), 0.01, 0.03, true);
+    const DblPoint before = At(0.02, 0.02);
+    Drag(kMouse, before, 30.0, 20.0);
+    EXPECT_NEAR(At(mark.lat, mark.lon).x, before.x + 30.0, 1.0);
+    EXPECT_NEAR(At(mark.lat, mark.lon).y, before.y + 20.0, 1.0);
+}
+
 TEST_F(SelectionTool, AnUnselectedMarkIsNotDraggedByAFinger)
 {
     const COverlayMark& mark = AddMark("A", 0.0, 0.0);
@@ -168,6 +179,10 @@ TEST_F(SelectionTool, LabelsSayWhereFrom)
     EXPECT_EQ(COverlayTool::The()->Label(), "second\n3.00 NM  000°T");
     COverlayTool::Select(*view, *first, {});
     EXPECT_EQ(COverlayTool::The()->Label(), "first\n3.00 NM  000°T") << "the way on";
+    route.ReverseWaypoints();
+    EXPECT_EQ(COverlayTool::The()->Label(), "first\n3.00 NM  180°T") << "now it is the last one";
+    route.AddWaypointFromMark(AddMark("Harbour", 0.05, 0.05), view.get(), {}, {});
+    EXPECT_EQ(COverlayTool::The()->Label().substr(0, 8), "Harbour\n") << "the mark's name, not the template's";
     COverlayTool::Select(*view, AddMark("free", 0.0, 0.0), {});
     EXPECT_EQ(COverlayTool::The()->Label(), "free") << "without a fix there is no origin";
 }
