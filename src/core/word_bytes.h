@@ -75,11 +75,3 @@ inline unsigned HighestBits(CSixteenBytes bytes)
     return HighestBits(words.first) | HighestBits(words.last) << 8;
 #endif
 }
-
-/// 0x80 in each byte of the word that equals `byte`, which is below 0x80; else 0.
-inline std::uint64_t BytesEqualTo(std::uint64_t word, unsigned char byte)
-{
-    constexpr std::uint64_t kLowBits = RepeatedByte(0x7F);
-    const std::uint64_t differing = word ^ RepeatedByte(byte);
-    return ~(((differing & kLowBits) + kLowBits) | differing | kLowBits);
-}
