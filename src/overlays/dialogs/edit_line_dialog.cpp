@@ -59,9 +59,9 @@ void CDlg_edit_route::SetRoute(COverlayRoute& edited, bool of_template)
     route = &edited;
     line = edited;
     if (!edited.waypoints.empty()) {
-        const COverlayMark& first = *edited.waypoints.front();
-        waypoint_icon = QString::fromStdString(first.icon_name);
-        waypoint_colour = ToQColor(first.colour);
+        const COverlayMark& shown = *edited.waypoints.front();
+        waypoint_icon = QString::fromStdString(shown.icon_name);
+        waypoint_colour = ToQColor(shown.colour);
     }
     TakeFrom(edited, of_template ? QStringLiteral("New routes") : QStringLiteral("Edit Route"), of_template);
 }
