@@ -1,5 +1,7 @@
 #include "core/xml_parser.h"
 
+#include "core/huge_pages.h"
+
 #include <cstring>
 
 namespace {
@@ -36,6 +38,7 @@ bool CXMLparser::Parse()
     // Room that is never written to costs nothing; moving a long list again and again does.
     constexpr std::size_t kBytesOfElement = 32; // at least, in files of many elements
     document.nodes.reserve(document.text.size() / kBytesOfElement + 2);
+    WantHugePages(document.nodes.data(), document.nodes.capacity() * sizeof(CXMLdocument::Node));
     document.nodes.emplace_back();
     while (const char* markup = Find(position, end, '<')) {
         if (depth == 0 && !OnlyBlanksUpTo(markup)) return false;
