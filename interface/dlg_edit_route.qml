@@ -29,6 +29,13 @@ CDlg_edit_route {
                     onClicked: dlg.chooseWaypointIcon()
                 }
             }
+            ZTButton {
+                objectName: "waypointNames"
+                visible: dlg.waypointIcon !== ""
+                text: "Names of all waypoints"
+                Layout.fillWidth: true
+                onClicked: dlg.nameWaypoints()
+            }
         }
     }
 }

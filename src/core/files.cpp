@@ -1,7 +1,6 @@
 #include "core/files.h"
 
 #include "core/folders.h"
-#include "core/huge_pages.h"
 #include "core/safe_replace.h"
 
 #include <algorithm>
@@ -143,10 +142,7 @@ bool read_whole_file(const std::string& path, std::string& out, std::int64_t lim
     const COpenFile file(fdopen(handle, "rb"));
     if (!file || status.st_size > limit) return false;
     // One byte more than it should have: a file that grows meanwhile, or one that does not tell its size.
-    const auto size = static_cast<std::size_t>(status.st_size) + 1;
-    out.reserve(size);
-    WantHugePages(out.data(), size);
-    out.resize(size);
+    out.resize(static_cast<std::size_t>(status.st_size) + 1);
     std::size_t filled = 0;
     while (const std::size_t count = std::fread(out.data() + filled, 1, out.size() - filled, file.get())) {
         filled += count;

@@ -1,6 +1,7 @@
 #include "core/xml_document.h"
 
 #include "core/files.h"
+#include "core/huge_pages.h"
 #include "core/numbers.h"
 #include "core/text.h"
 #include "core/xml_parser.h"
@@ -61,6 +62,13 @@ std::string AsUtf8(std::string text)
 bool CXMLdocument::ParseFile(const std::string& path)
 {
     std::string bytes;
+    // A file of a hundred megabytes would cost as much in page faults as in reading.
+    const std::int64_t size = fileSize(path);
+    if (size > kLargest) return false;
+    if (size > 0) {
+        bytes.reserve(static_cast<std::size_t>(size) + 1);
+        WantHugePages(bytes.data(), bytes.capacity());
+    }
     return read_whole_file(path, bytes, kLargest) && ParseText(std::move(bytes));
 }
 

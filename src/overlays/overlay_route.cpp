@@ -115,12 +115,14 @@ void COverlayRoute::SetNameFromEndWaypoints()
 
 void COverlayRoute::SetAllWaypointsLike(const COverlayMark& mark)
 {
+    for (COverlayMark* waypoint : waypoints) waypoint->SetIcon(mark.icon_name, mark.colour);
+    if (!mark.name.empty()) NameAllWaypoints(mark.name);
+}
+
+void COverlayRoute::NameAllWaypoints(const std::string& name_template)
+{
     int number = 0;
-    for (COverlayMark* waypoint : waypoints) {
-        waypoint->SetIcon(mark.icon_name, mark.colour);
-        ++number;
-        if (!mark.name.empty()) waypoint->name = WaypointName(mark.name, name, number);
-    }
+    for (COverlayMark* waypoint : waypoints) waypoint->name = WaypointName(name_template, name, ++number);
 }
 
 void COverlayRoute::EditRouteProperties(ZT_HWND parent)

@@ -124,6 +124,8 @@ public:
     /// Gives all waypoints the icon and colour of the mark and, when it has a name, names by that template. Dispatch()
     /// is to follow, as with SetNameFromEndWaypoints().
     void SetAllWaypointsLike(const COverlayMark& mark);
+    /// "%R" in the template is the route's name, the last "#" the number from 1 on, which otherwise comes behind.
+    void NameAllWaypoints(const std::string& name_template);
     void SetNameFromEndWaypoints();
     /// Equal texts and waypoints.
     bool sameData(const COverlayRoute& other) const;

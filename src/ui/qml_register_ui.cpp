@@ -7,6 +7,7 @@
 #include "ui/notification_banner.h"
 #include "ui/painted_icon.h"
 #include "ui/progress_dialog.h"
+#include "ui/rename_dialog.h"
 #include "ui/text_view_adaptor.h"
 #include "ui/tree_model.h"
 #include "ui/zt_metrics.h"
@@ -23,6 +24,7 @@ void qml_register_ui()
     qmlRegisterType<CMessageBoxDlg>(module, 1, 0, "CMessageBoxDlg");
     qmlRegisterType<CNotificationDlg>(module, 1, 0, "CNotificationDlg");
     qmlRegisterType<CDlg_progress>(module, 1, 0, "CDlg_progress");
+    qmlRegisterType<CDlg_Rename>(module, 1, 0, "CDlg_Rename");
     qmlRegisterType<CDlgQMLFileDialog>(module, 1, 0, "CDlgQMLFileDialog");
     qmlRegisterType<CZTPopupMenu>(module, 1, 0, "CZTPopupMenu");
     qmlRegisterType<CTreeModel>(module, 1, 0, "CTreeModel");

@@ -4,6 +4,7 @@
 #include "ui/done_button.h"
 #include "ui/message_boxes.h"
 #include "ui/progress_dialog.h"
+#include "ui/rename_dialog.h"
 #include "ui/screen_insets.h"
 #include "ui/zt_metrics.h"
 
@@ -99,6 +100,24 @@ TEST_P(Dialogs, AFormScrollsToTheFocusedField)
     }
     Key(Qt::Key_Escape);
     EXPECT_TRUE(WaitNoDialog());
+}
+
+TEST_P(Dialogs, ANameIsAskedForUntilThereIsOne)
+{
+    QString renamed;
+    CDlg_Rename::Ask({}, QStringLiteral("Name"), QStringLiteral("A hint"), QStringLiteral("Old"),
+                     [&renamed](const QString& name) { renamed = name; });
+    ExpectFits();
+    QQuickItem* const field = Find("name");
+    ASSERT_NE(field, nullptr);
+    EXPECT_EQ(field->property("text").toString(), "Old");
+    field->setProperty("text", "  ");
+    Click(Find("acceptButton"));
+    EXPECT_FALSE(Find("problem")->property("text").toString().isEmpty());
+    field->setProperty("text", " New: 1 ");
+    Key(Qt::Key_Return);
+    EXPECT_TRUE(WaitNoDialog());
+    EXPECT_EQ(renamed, "New: 1");
 }
 
 TEST_P(Dialogs, AListFillsASmallWindow)

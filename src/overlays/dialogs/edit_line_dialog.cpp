@@ -6,6 +6,7 @@
 #include "overlays/dialogs/line_appearance_dialog.h"
 #include "overlays/mark_manager.h"
 #include "overlays/track_manager.h"
+#include "ui/rename_dialog.h"
 
 #include <QPointer>
 
@@ -85,11 +86,23 @@ void CDlg_edit_route::chooseWaypointIcon()
     });
 }
 
+void CDlg_edit_route::nameWaypoints()
+{
+    const QPointer<CDlg_edit_route> self(this);
+    const QString shown = waypoint_names.isEmpty() ? QStringLiteral("%R #") : waypoint_names;
+    CDlg_Rename::Ask(hWnd(), QStringLiteral("Names of Waypoints"),
+                     QStringLiteral("%R stands for the name of the route, # for the number of the waypoint."), shown,
+                     [self](const QString& names) {
+                         if (self != nullptr) self->waypoint_names = names;
+                     });
+}
+
 bool CDlg_edit_route::Apply()
 {
     bool differs = GiveTo(*route);
     differs |= GiveLineTo(*route);
-    differs |= look_chosen;
+    differs |= look_chosen || !waypoint_names.isEmpty();
+    if (!waypoint_names.isEmpty()) route->NameAllWaypoints(waypoint_names.toStdString());
     if (look_chosen)
         route->SetAllWaypointsLike(COverlayMark({}, waypoint_icon.toStdString(), ToGraphicsColor(waypoint_colour)));
     if (isTemplate()) {

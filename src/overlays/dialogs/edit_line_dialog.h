@@ -49,6 +49,8 @@ public:
     QColor waypointColour() const { return waypoint_colour; }
     /// Opens the chooser of icons: the choice is for all waypoints at once.
     Q_INVOKABLE void chooseWaypointIcon();
+    /// Asks for a template of the names of all waypoints.
+    Q_INVOKABLE void nameWaypoints();
 
 protected:
     bool IsAlive() const override { return route != nullptr; }
@@ -60,6 +62,7 @@ private:
     QString waypoint_icon;
     QColor waypoint_colour;
     bool look_chosen = false; ///< all waypoints are to look so
+    QString waypoint_names;   ///< template for all; empty: they keep their names
 };
 
 /// A track, or the look of new ones, being edited.
