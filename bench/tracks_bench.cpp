@@ -85,6 +85,35 @@ private:
     std::vector<DblPoint> screen;
 };
 
+/// One line of as many points, as a view keeps an object whose points lie in one piece.
+class CLineInView {
+public:
+    CLineInView() : copy(kSegments)
+    {
+        for (int i = 0; i < kSegments; ++i) line.image_points.push_back({0.3 * i, 400.0 + 300.0 * std::sin(0.003 * i)});
+        line.set_bounds();
+        params.view_rect = {-1e9, -1e9, 1e9, 1e9};
+    }
+    void MapAgain()
+    {
+        line.move_screen();
+        if (!line.map_to_screen(params)) std::abort();
+    }
+    void CopyPoints() { std::copy(line.image_points.begin(), line.image_points.end(), copy.begin()); }
+
+    CMapping line;
+    std::vector<DblPoint> copy;
+
+private:
+    CViewParams params;
+};
+
+CLineInView& LineInView()
+{
+    static CLineInView line;
+    return line;
+}
+
 CTrackInView& TrackInView()
 {
     static CTrackInView track;
@@ -139,7 +168,18 @@ const bool registered = [] {
             asm volatile("" ::"x"(nearest) : "memory");
         });
     RegisterRatio(
-        "tracks/64000_points_to_the_screen",
+        "overlays/64000_points_to_the_screen",
+        [] {
+            LineInView().MapAgain();
+            asm volatile("" ::"r"(LineInView().line.screen_points.data()) : "memory");
+        },
+        "copy of the points",
+        [] {
+            LineInView().CopyPoints();
+            asm volatile("" ::"r"(LineInView().copy.data()) : "memory");
+        });
+    RegisterRatio(
+        "tracks/64000_points_in_1000_sections_to_the_screen",
         [] {
             TrackInView().MapAgain();
             asm volatile("" ::"r"(TrackInView().mappings.data()) : "memory");
