@@ -7,6 +7,7 @@
 #include "overlays/gps_position.h"
 
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -180,6 +181,7 @@ void CRastelleView::setScreenRect(double left, double top, double w, double h)
         }
     }
     moved_screen();
+    GotoLocation(std::exchange(area_to_show, {}));
 }
 
 void CRastelleView::ImageToLatLong(double x, double y, double& lat, double& lon) const

@@ -230,6 +230,7 @@ private:
     double wanted_lat = 999.0; ///< degrees; above 90: none
     double wanted_lon = 999.0; ///< degrees
     double wanted_scale = 0.0; ///< nautical miles per screen pixel; 0 keeps level 0
+    CBounds area_to_show;      ///< asked for before the view had a size; empty for none
     double gps_lat = 999.0;    ///< degrees; above 90: no position
     double gps_lon = 999.0;
     CViewParams params;

@@ -124,6 +124,10 @@ void CRastelleView::GotoLocation(ZT_HWND parent, double lat, double lon, bool re
 void CRastelleView::GotoLocation(const CBounds& area)
 {
     if (area.empty() || opening) return;
+    if (screen.width() <= 0.0 || screen.height() <= 0.0) { // a file on the command line comes before the window's size
+        area_to_show = area;
+        return;
+    }
     const double lat = (area.lat_min + area.lat_max) / 2.0;
     const double lon = (area.lon_min + area.lon_max) / 2.0;
     const double high = (area.lat_max - area.lat_min) * kMinutesPerDegree;

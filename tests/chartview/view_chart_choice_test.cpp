@@ -172,6 +172,22 @@ TEST_F(ViewTest, GotoMovesOrChangesTheChart)
     EXPECT_LT(At(-6.0, 6.0).y, 600.0);
 }
 
+TEST_F(ViewTest, AnAreaAskedForBeforeTheViewHasASizeIsShownThen)
+{
+    Chart("coast.rlt", 0.05, 64);
+    Chart("harbour.rlt", 0.002, 64);
+    MakeCatalogue();
+    view = std::make_unique<CRastelleView>(&host);
+    CBounds area;
+    area.add(-0.01, -0.01);
+    area.add(0.01, 0.01);
+    view->GotoLocation(area);
+    view->setScreenRect(0.0, 0.0, kWidth, kHeight);
+    EXPECT_EQ(Shown(), "harbour.rlt");
+    EXPECT_NEAR(At(0.0, 0.0).x, kWidth / 2.0, 1.0);
+    EXPECT_GT(At(-0.01, 0.0).y - At(0.01, 0.0).y, kHeight / 3.0);
+}
+
 TEST_F(ViewTest, SavedViewComesBack)
 {
     const std::string here = Chart("here.rlt", 1.0);
