@@ -17,8 +17,6 @@ void COverlayRoute::addMenus(CMenuTree& menu, ZT_HWND parent)
     if (following) menu.Add("Cancel Navigation", [] { g_mark_manager.CancelNavigation(); });
     AddObjectEntry(menu, "Waypoint Operations:Add Waypoints", *this,
                    [](COverlayRoute& route) { route.InsertWPAfter(nullptr); });
-    AddObjectEntry(menu, "Save Route As", *this,
-                   [parent](COverlayRoute& route) { TheOverlayDialogs().SaveAs(parent, route); });
     addRouteMenus(menu, parent);
 }
 
@@ -38,6 +36,8 @@ void COverlayRoute::addRouteMenus(CMenuTree& menu, ZT_HWND parent)
         route.setLocked(!route.locked);
         route.Dispatch(kLookChanged);
     });
+    AddObjectEntry(menu, "Save Route As", *this,
+                   [parent](COverlayRoute& route) { TheOverlayDialogs().SaveAs(parent, route); });
     AddObjectEntry(menu, "Delete Route", *this, [parent](COverlayRoute& route) { route.onDelete(parent); });
 }
 

@@ -77,8 +77,8 @@ TEST_F(MarkMenus, OfARouteAndItsWaypointsFollowTheirState)
 {
     COverlayRoute& route = AddRoute("R", {{1, 50}, {2, 50}, {3, 50}});
     const std::string common = "Follow Route; Edit Route; Route Operations (Reverse route; Convert to Track); "
-                               "Hide Route; Lock Route; Delete Route";
-    EXPECT_EQ(MenuOf(route), "Waypoint Operations (Add Waypoints); Save Route As; " + common);
+                               "Hide Route; Lock Route; Save Route As; Delete Route";
+    EXPECT_EQ(MenuOf(route), "Waypoint Operations (Add Waypoints); " + common);
     EXPECT_EQ(MenuOf(*Waypoint(route, 0)),
               "Edit Waypoint; Waypoint Operations (Go-To; Insert Waypoint; Delete Waypoint); " + common);
     EXPECT_EQ(MenuOf(*Waypoint(route, 1)),
