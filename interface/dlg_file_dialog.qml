@@ -38,7 +38,7 @@ CDlgQMLFileDialog {
                 Layout.fillWidth: true
                 Layout.fillHeight: true
                 clip: true
-                focus: true
+                focus: !dlg.save
                 activeFocusOnTab: true
                 keyNavigationEnabled: true
                 boundsBehavior: Flickable.StopAtBounds
@@ -90,6 +90,7 @@ CDlgQMLFileDialog {
                 objectName: "name"
                 Layout.fillWidth: true
                 visible: dlg.save
+                focus: dlg.save
                 text: dlg.fileName
                 placeholderText: "Name"
                 onTextEdited: dlg.fileName = text

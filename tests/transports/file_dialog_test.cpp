@@ -113,6 +113,10 @@ TEST_F(FileDialogs, ByTheKeysAlone)
     EXPECT_TRUE(WaitClosed());
     EXPECT_EQ(answer, std::nullopt);
     EXPECT_EQ(answers, 1);
+    Export("y.txt");
+    Key(Qt::Key_Return); // takes the name that is proposed
+    EXPECT_EQ(answer, Document("y.txt"));
+    EXPECT_TRUE(WaitClosed());
 }
 
 TEST_F(FileDialogs, NamesToSaveUnder)
