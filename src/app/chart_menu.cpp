@@ -4,6 +4,8 @@
 #include "chartview/rastelle_view.h"
 #include "ui/action_sheet.h"
 
+#include <list>
+
 namespace {
 
 constexpr std::size_t kMostEntries = 30; ///< what a finger still scrolls through
@@ -20,7 +22,7 @@ std::list<const CChartOutline*> ChartsInTheMiddle(const CRastelleView& view)
 
 } // namespace
 
-void AddChartsHere(CActionSheetMenu& menu, CRastelleView& view)
+void AddChartsHere(CActionSheetMenu& menu, const CRastelleView& view)
 {
     for (const CChartOutline* chart : ChartsInTheMiddle(view)) {
         const auto open = [path = chart->path] {
@@ -32,7 +34,7 @@ void AddChartsHere(CActionSheetMenu& menu, CRastelleView& view)
     if (menu.empty()) menu.Add("No charts here", {}, {}, Appearance::kDisabled);
 }
 
-void ShowChartMenu(CRastelleView& view, ZT_HWND hwnd)
+void ShowChartMenu(const CRastelleView& view, ZT_HWND hwnd)
 {
     CActionSheetMenu menu("Charts here");
     AddChartsHere(menu, view);

@@ -62,7 +62,7 @@ void CDataSpeedDirection::evaluate_best_direction()
 {
     if (speed > kSteadySpeed)
         set_best(kCourseOverGround, course_sin, course_cos);
-    else if (compass.heading < kNoCompass)
+    else if (compass.heading < kNoBearing)
         set_best(kCompassHeading, heading_sin, heading_cos);
     else if (average_speed > kStoppedSpeed && use_averaged_direction)
         set_best(kAverageCourse, average_sin, average_cos);
@@ -106,7 +106,7 @@ void CDataSpeedDirection::set_average(float east, float north)
 
 void CDataSpeedDirection::set_heading(float new_heading, double when)
 {
-    if (!(new_heading < kNoCompass) || !std::isfinite(new_heading)) {
+    if (!(new_heading < kNoBearing) || !std::isfinite(new_heading)) {
         compass.heading = CompassDamping::kNoHeading;
         heading_sin = heading_cos = 0.0F;
         return;

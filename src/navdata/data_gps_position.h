@@ -15,7 +15,7 @@ struct CDataSpeedDirection {
         kCourseOverGround = 3,
     };
     static constexpr float kNoCourse = 999.0F;
-    static constexpr float kNoCompass = 900.0F; ///< a heading of this or above stands for no compass
+    static constexpr float kNoBearing = 900.0F; ///< a heading or course of this or above is none
     static constexpr float kFastest = 1e6F;     ///< knots; higher speeds are taken as this
 
     /// The average course may stand for the direction when nothing better is known. Setting.

@@ -29,7 +29,7 @@ void CAISTargetManager::OnUpdate(CDataGPSPosition& position)
     if (!own_known) return;
     grid.SetOrigin(position.latitude, position.longitude);
     own_east = own_north = 0.0F;
-    if (!(position.course < CDataGPSPosition::kNoCompass)) return; // 360 is a receiver's north
+    if (!(position.course < CDataGPSPosition::kNoBearing)) return; // 360 is a receiver's north
     const double radians = static_cast<double>(position.course) * std::numbers::pi / 180.0;
     const double velocity = kMetresPerSecondPerKnot * static_cast<double>(position.get_speed());
     own_east = static_cast<float>(velocity * std::sin(radians));
