@@ -124,17 +124,17 @@ private:
     CDataSource* others;
 };
 
-/// Copies the log, since a dispatch may write into its line, and dispatches each line where it stands, without its CR,
-/// as CLineAssembler does.
+/// Dispatches each line where it stands, without its CR, as CLineAssembler does. All that is altered of a line of this
+/// log is the CR, which is put back: another round finds the same log, or it counts fewer messages and aborts.
 void DispatchLog()
 {
-    CLogScene& log = TheLog();
-    log.Copy();
-    char* at = log.copy.data();
-    char* const end = at + log.copy.size();
+    std::string& log = TheLog().text;
+    char* at = log.data();
+    char* const end = at + log.size();
     while (at != end) {
         auto* line_end = static_cast<char*>(std::memchr(at, '\n', static_cast<std::size_t>(end - at)));
         CNMEASentence::DispatchSentence(at, static_cast<std::size_t>(line_end - at) - 1, nullptr);
+        line_end[-1] = '\r';
         at = line_end + 1;
     }
 }

@@ -56,7 +56,9 @@ struct CTwoWords {
 
 inline CTwoWords WordsOf(CSixteenBytes bytes)
 {
-    return std::bit_cast<CTwoWords>(bytes);
+    typedef std::uint64_t CTwoHalves __attribute__((vector_size(16)));
+    const auto halves = std::bit_cast<CTwoHalves>(bytes); // taken apart in registers
+    return {halves[0], halves[1]};
 }
 
 /// The highest bits of the bytes, that of the first byte lowest.

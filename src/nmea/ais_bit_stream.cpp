@@ -13,59 +13,65 @@ namespace {
 constexpr int kCharacterBits = 6;
 constexpr int kPieceBits = CAIS_Sentence::kPieceBits;
 constexpr int kPieceCharacters = kPieceBits / kCharacterBits;
-constexpr std::size_t kBlockCharacters = sizeof(CSixteenBytes);
-constexpr std::uint64_t kPieceMask = (std::uint64_t{1} << kPieceBits) - 1;
+constexpr int kBlockCharacters = sizeof(CSixteenBytes);
+constexpr std::uint64_t kPieceMask = ~(~std::uint64_t{0} >> kPieceBits);
 constexpr std::uint64_t kEachByte = RepeatedByte(1);
 
-/// Sixteen bytes as numbers of two and of four bytes.
+/// Sixteen bytes as numbers of two, four and eight bytes.
 typedef std::uint16_t CEightPairs __attribute__((vector_size(16)));
 typedef std::uint32_t CFourQuads __attribute__((vector_size(16)));
+typedef std::uint64_t CTwoHalves __attribute__((vector_size(16)));
+
+/// The lower twelve bits of two pairs behind each other.
+CFourQuads JoinPairs(CEightPairs pairs)
+{
+#ifdef __SSE2__
+    const __m128i first_left_of_second = _mm_set1_epi32(1 << 16 | 1 << 12);
+    return std::bit_cast<CFourQuads>(_mm_madd_epi16(std::bit_cast<__m128i>(pairs), first_left_of_second));
+#else
+    const auto quads = std::bit_cast<CFourQuads>(pairs);
+    return (quads & 0xFFF) << 12 | quads >> 16;
+#endif
+}
 
 /// decode_sixbit of sixteen characters: two pieces.
 CTwoWords Decode(CSixteenBytes characters)
 {
-    const CSixteenBytes from_89 = CSixteenBytes(characters >= 89) & 8;
-    const auto pairs = std::bit_cast<CEightPairs>((characters + 16 - from_89) & 0x3F);
-    const auto quads = std::bit_cast<CFourQuads>((pairs << 6 & 0xFC0) | pairs >> 8);
-    const auto halves = WordsOf(std::bit_cast<CSixteenBytes>((quads & 0xFFF) << 12 | quads >> 16));
-    const auto join = [](std::uint64_t half) { return (half & 0xFFFFFF) << 24 | half >> 32; };
-    return {join(halves.first), join(halves.last)};
+    const CSixteenBytes below_89 = CSixteenBytes(characters < 89) & 8;
+    const auto pairs = std::bit_cast<CEightPairs>((characters + 72 + below_89) & 0x3F);
+    const CFourQuads quads = JoinPairs((pairs << 6 & 0xFC0) | pairs >> 8);
+    const auto halves = std::bit_cast<CTwoHalves>(quads);
+    return WordsOf(std::bit_cast<CSixteenBytes>(halves << 40 | halves >> 32 << 16));
 }
 
 /// Of the piece the first `count` bits, below kPieceBits.
 std::uint64_t FirstBits(std::uint64_t piece, int count)
 {
-    return piece & ~(kPieceMask >> count);
+    return piece & ~(~std::uint64_t{0} >> count);
 }
 
-/// Writes the bits of sixteen characters to the stream, behind the first `used` bits of that piece; it has none behind
-/// them.
-void Put(std::uint64_t* piece, int used, CSixteenBytes characters)
+/// Writes two pieces behind the first `used` bits, 1 or more, of that piece of the stream, over what stands there.
+void PutBehind(std::uint64_t* piece, int used, CTwoWords pieces)
 {
-    const auto [first, last] = Decode(characters);
-    if (used == 0) { // as in nearly every sentence
-        piece[0] = first;
-        piece[1] = last;
-        return;
-    }
-    piece[0] = FirstBits(piece[0], used) | first >> used;
-    piece[1] = (first << (kPieceBits - used) & kPieceMask) | last >> used;
-    piece[2] = last << (kPieceBits - used) & kPieceMask;
+    const auto [first, last] = pieces;
+    piece[0] = FirstBits(piece[0], used) | (first >> used & kPieceMask);
+    piece[1] = first << (kPieceBits - used) | (last >> used & kPieceMask);
+    piece[2] = last << (kPieceBits - used);
 }
 
-/// The first sixteen characters, or as many as there are and zeroes behind them.
-CSixteenBytes LoadCharacters(const char* at, std::size_t count)
+/// Fewer than sixteen characters, and zeroes behind them.
+CSixteenBytes LoadCharacters(const char* at, int characters)
 {
+    const auto count = static_cast<std::size_t>(characters);
     constexpr std::size_t kHalf = kBlockCharacters / 2;
-    if (count >= kBlockCharacters) return LoadSixteenBytes(at);
     if (count < kHalf) return std::bit_cast<CSixteenBytes>(CTwoWords{LoadBytes(at, count), 0});
     return std::bit_cast<CSixteenBytes>(CTwoWords{LoadEightBytes(at), LoadBytes(at + kHalf, count - kHalf)});
 }
 
-/// 48 bits into the lower six of each byte, the uppermost bits into the highest byte.
+/// The upper 48 bits into the lower six of each byte, the uppermost bits into the highest byte.
 std::uint64_t Spread(std::uint64_t bits)
 {
-    bits = bits >> 24 << 32 | (bits & 0xFFFFFF);
+    bits = bits >> 40 << 32 | (bits >> 16 & 0xFFFFFF);
     bits = (bits & 0x00FFF00000FFF000) << 4 | (bits & 0x00000FFF00000FFF);
     return (bits & 0x0FC00FC00FC00FC0) << 2 | (bits & 0x003F003F003F003F);
 }
@@ -87,34 +93,49 @@ void CAIS_Sentence::append_sixbits(int v)
     if (bit_count > kMostBits - kCharacterBits) return;
     const int used = bit_count % kPieceBits;
     std::uint64_t& piece = bitstream[bit_count / kPieceBits];
-    const auto bits = static_cast<std::uint64_t>(v & 63) << (kPieceBits - kCharacterBits);
+    const auto bits = static_cast<std::uint64_t>(v & 63) << (64 - kCharacterBits);
     piece = FirstBits(piece, used) | bits >> used;
     bit_count += kCharacterBits;
 }
 
-void CAIS_Sentence::AppendPayload(const char* payload, std::size_t length)
+void CAIS_Sentence::AppendPayload(const char* at, const char* end, int readable_behind)
 {
-    const auto room = static_cast<std::size_t>((kMostBits - bit_count) / kCharacterBits);
-    const std::size_t count = std::min(length, room);
-    std::uint64_t* piece = bitstream + bit_count / kPieceBits;
-    const int used = bit_count % kPieceBits;
-    for (std::size_t done = 0; done < count; done += kBlockCharacters) {
-        Put(piece, used, LoadCharacters(payload + done, count - done));
-        piece += 2;
+    const auto start = static_cast<unsigned>(bit_count);
+    std::uint64_t* piece = bitstream + start / kPieceBits;
+    const int used = static_cast<int>(start % kPieceBits);
+    int bits = bit_count;
+    for (int count = kBlockCharacters; count == kBlockCharacters && bits < kMostBits; piece += 2) {
+        const auto rest = static_cast<int>(end - at);
+        const CSixteenBytes block =
+            rest + readable_behind >= kBlockCharacters ? LoadSixteenBytes(at) : LoadCharacters(at, rest);
+        const unsigned commas = HighestBits(CSixteenBytes(block == ','));
+        count = std::min(rest, std::countr_zero(commas | 1U << kBlockCharacters));
+        const CTwoWords pieces = Decode(block);
+        if (used == 0)
+            std::memcpy(piece, &pieces, sizeof pieces);
+        else
+            PutBehind(piece, used, pieces);
+        bits += count * kCharacterBits;
+        at += kBlockCharacters;
     }
-    bit_count += static_cast<std::int32_t>(count) * kCharacterBits;
+    bit_count = std::min(bits, kMostBits);
 }
 
 void CAIS_Sentence::fetch_string(char* out, int& position, int bits)
 {
-    int length = std::clamp(bit_count - position, 0, bits) / kCharacterBits;
-    for (int done = 0; done < length; done += kPieceCharacters) {
-        const int from = position + done * kCharacterBits;
-        const std::uint64_t text = __builtin_bswap64(ToText(Spread(StreamFrom(from) >> (64 - kPieceBits))));
+    const int length = std::clamp(bit_count - position, 0, bits) / kCharacterBits;
+    int used = 0; // up to the last character that is neither "@" nor a space: one with any of its lower bits
+    const std::uint64_t* piece = bitstream + position / kPieceBits;
+    const int before = position % kPieceBits;
+    for (int done = 0; done < length; done += kPieceCharacters, ++piece) {
+        std::uint64_t sixbits = Spread(piece[0] << before | piece[1] >> (kPieceBits - before));
+        if (length - done < kPieceCharacters) sixbits &= ~(~std::uint64_t{0} >> (length - done) * 8);
+        if (const std::uint64_t letters = sixbits & 0x1F * kEachByte; letters != 0)
+            used = done + kPieceCharacters - std::countr_zero(letters) / 8;
+        const std::uint64_t text = __builtin_bswap64(ToText(sixbits));
         std::memcpy(out + done, &text, sizeof text);
     }
-    while (length > 0 && (out[length - 1] == '@' || out[length - 1] == ' ')) --length;
-    out[length] = 0;
+    out[used] = 0;
     position += bits;
 }
 

@@ -37,27 +37,44 @@ constexpr std::int32_t kRawNoTurn = -128;
 constexpr std::int32_t kRawNoLatitude = 91 * 600000;
 constexpr std::int32_t kRawNoLongitude = 181 * 600000;
 
-constexpr float kNoTurn = 999.0F;
-/// The rates by their raw values from kRawNoTurn on; kNoTurn for those that are none.
+struct CTurn {
+    float rate = 0.0F;
+    bool is_valid = false;
+};
+
+/// By their raw values from kRawNoTurn on.
 constexpr auto kTurns = [] {
-    std::array<float, 256> turns{};
+    std::array<CTurn, 256> turns{};
     for (int raw = kRawNoTurn; raw <= 127; ++raw) {
         const double root = raw / kRotRoot;
         const auto rate = static_cast<float>(root * root);
-        turns[static_cast<std::size_t>(raw - kRawNoTurn)] = rate >= kFastestTurn ? kNoTurn : raw < 0 ? -rate : rate;
+        if (rate < kFastestTurn) turns[static_cast<std::size_t>(raw - kRawNoTurn)] = {raw < 0 ? -rate : rate, true};
     }
     return turns;
 }();
 
-/// Walks over a message and stores field behind field.
+/// Walks over a message and stores field behind field. A careful walk leaves out what was not received; the other one
+/// is for a message that is as long as its layout, which shows when it has ended.
+template <bool kCareful>
 class CFields {
 public:
+    bool WereReceived() const { return position <= CAIS_Sentence::bit_count; }
     void Skip(int bits) { position += bits; }
+    std::uint32_t Next(int bits, std::uint32_t unavailable)
+    {
+        return kCareful ? CAIS_Sentence::fetch_bits(position, bits, unavailable)
+                        : CAIS_Sentence::read_bits(position, bits);
+    }
+    std::int32_t NextSigned(int bits, std::int32_t unavailable)
+    {
+        return kCareful ? CAIS_Sentence::fetch_bits_signed(position, bits, unavailable)
+                        : CAIS_Sentence::read_bits_signed(position, bits);
+    }
     /// Keeps the field as it is when its bits were not received.
     template <class Number>
     void Take(Number& field, int bits)
     {
-        field = static_cast<Number>(CAIS_Sentence::fetch_bits(position, bits, static_cast<std::uint32_t>(field)));
+        field = static_cast<Number>(Next(bits, static_cast<std::uint32_t>(field)));
     }
     template <std::size_t Room>
     void TakeText(char (&field)[Room], int characters)
@@ -66,7 +83,7 @@ public:
     }
     void TakeTenths(float& field, int bits, std::uint32_t unavailable)
     {
-        field = static_cast<float>(CAIS_Sentence::fetch_bits(position, bits, unavailable) * 0.1);
+        field = static_cast<float>(Next(bits, unavailable) * 0.1);
     }
     void TakeSpeed(float& knots)
     {
@@ -75,15 +92,15 @@ public:
     }
     void TakePlace(CPlace& place)
     {
-        place.longitude = CAIS_Sentence::fetch_bits_signed(position, 28, kRawNoLongitude) * kDegreesPerUnit;
-        place.latitude = CAIS_Sentence::fetch_bits_signed(position, 27, kRawNoLatitude) * kDegreesPerUnit;
+        place.longitude = NextSigned(28, kRawNoLongitude) * kDegreesPerUnit;
+        place.latitude = NextSigned(27, kRawNoLatitude) * kDegreesPerUnit;
     }
     void TakeTurn(CPositionReport& report)
     {
-        const std::int32_t raw = CAIS_Sentence::fetch_bits_signed(position, 8, kRawNoTurn);
-        report.rate_of_turn = kTurns[static_cast<std::size_t>(raw - kRawNoTurn)];
-        report.rot_valid = report.rate_of_turn != kNoTurn;
-        if (!report.rot_valid) report.rate_of_turn = 0.0F;
+        const std::int32_t raw = NextSigned(8, kRawNoTurn);
+        const CTurn& turn = kTurns[static_cast<std::size_t>(raw - kRawNoTurn)];
+        report.rate_of_turn = turn.rate;
+        report.rot_valid = turn.is_valid;
     }
     void TakeMotion(CMotion& motion)
     {
@@ -91,7 +108,7 @@ public:
         Skip(1); // accuracy
         TakePlace(motion);
         TakeTenths(motion.cog, 12, kRawNoCourse);
-        motion.heading = static_cast<float>(CAIS_Sentence::fetch_bits(position, 9, kRawNoHeading));
+        motion.heading = static_cast<float>(Next(9, kRawNoHeading));
         Take(motion.time_stamp, 6);
     }
     void TakeDimensions(CDimensions& dimensions)
@@ -106,14 +123,16 @@ private:
     int position = 6 + 2 + 30; // behind type, repeat indicator and MMSI
 };
 
-void Read(CFields& fields, CPositionReport& report)
+template <class Fields>
+void Read(Fields& fields, CPositionReport& report)
 {
     fields.Take(report.nav_status, 4);
     fields.TakeTurn(report);
     fields.TakeMotion(report);
 }
 
-void Read(CFields& fields, CBaseStation& station)
+template <class Fields>
+void Read(Fields& fields, CBaseStation& station)
 {
     fields.Take(station.year, 14);
     fields.Take(station.month, 4);
@@ -125,7 +144,8 @@ void Read(CFields& fields, CBaseStation& station)
     fields.TakePlace(station);
 }
 
-void Read(CFields& fields, CStaticVoyageData& ship)
+template <class Fields>
+void Read(Fields& fields, CStaticVoyageData& ship)
 {
     fields.Skip(2); // version
     fields.Take(ship.imo, 30);
@@ -142,7 +162,8 @@ void Read(CFields& fields, CStaticVoyageData& ship)
     fields.TakeText(ship.destination, 20);
 }
 
-void Read(CFields& fields, CAircraft& aircraft)
+template <class Fields>
+void Read(Fields& fields, CAircraft& aircraft)
 {
     fields.Take(aircraft.altitude, 12);
     fields.Take(aircraft.speed, 10);
@@ -152,13 +173,15 @@ void Read(CFields& fields, CAircraft& aircraft)
     fields.Take(aircraft.time_stamp, 6);
 }
 
-void Read(CFields& fields, CClassBPosition& ship)
+template <class Fields>
+void Read(Fields& fields, CClassBPosition& ship)
 {
     fields.Skip(8); // reserved
     fields.TakeMotion(ship);
 }
 
-void Read(CFields& fields, CClassBExtended& ship)
+template <class Fields>
+void Read(Fields& fields, CClassBExtended& ship)
 {
     fields.Skip(8); // reserved
     fields.TakeMotion(ship);
@@ -168,7 +191,8 @@ void Read(CFields& fields, CClassBExtended& ship)
     fields.TakeDimensions(ship);
 }
 
-void Read(CFields& fields, CAidToNavigation& aid)
+template <class Fields>
+void Read(Fields& fields, CAidToNavigation& aid)
 {
     fields.Take(aid.aid_type, 5);
     fields.TakeText(aid.name, 20);
@@ -178,7 +202,8 @@ void Read(CFields& fields, CAidToNavigation& aid)
     fields.Take(aid.dimension, 9);
 }
 
-void Read(CFields& fields, CStaticDataReport& report)
+template <class Fields>
+void Read(Fields& fields, CStaticDataReport& report)
 {
     fields.Take(report.part, 2);
     if (report.part == 0) fields.TakeText(report.name, 20);
@@ -189,12 +214,22 @@ void Read(CFields& fields, CStaticDataReport& report)
     fields.TakeDimensions(report);
 }
 
+/// Of a message that ends too early.
 template <class Body>
-Body& ReadInto(CMessageBody& body)
+[[gnu::noinline]] void ReadReceived(Body& made)
 {
-    CFields fields;
+    CFields<true> fields;
+    made = Body();
+    Read(fields, made);
+}
+
+template <class Body>
+[[gnu::noinline]] Body& ReadInto(CMessageBody& body)
+{
+    CFields<false> fields;
     Body& made = body.emplace<Body>();
     Read(fields, made);
+    if (!fields.WereReceived()) ReadReceived(made);
     return made;
 }
 
@@ -203,8 +238,9 @@ struct CParts {
     int count = 0;
     int number = 0;
     char channel = 0;
-    const char* payload = nullptr;
-    std::size_t payload_length = 0;
+    const char* payload = nullptr;     ///< up to the next comma
+    const char* payload_end = nullptr; ///< when there is none
+    int readable_behind = 0;           ///< characters that may be read there
 };
 
 /// The length of a field from where the next one begins, which is behind a NUL or, when there is no next one, at it.
@@ -220,34 +256,27 @@ CParts SplitAny(char* text)
     constexpr int kFields = 7; // the last one only tells where the payload before it ends
     char* field[kFields];
     CNMEASentence::SplitArgs(text, kFields, field);
-    return {CNMEASentence::GetWhole(field[1]), CNMEASentence::GetWhole(field[2]), *field[4], field[5],
-            LengthBefore(field[6], field[5])};
+    const char* const end = field[5] + LengthBefore(field[6], field[5]);
+    return {CNMEASentence::GetWhole(field[1]), CNMEASentence::GetWhole(field[2]), *field[4], field[5], end, 0};
 }
 
-/// A sentence as receivers send it, "!AIVDM,1,1,,A,payload,0*hh", with a short head and numbers of one digit: without
-/// cutting fields off. False for all others. What it finds, SplitAny would find.
+/// A sentence as receivers send it, "!AIVDM,1,1,,A,payload,0*hh" or, of several, "!AIVDM,2,1,3,A,payload,0*hh":
+/// without cutting fields off. False for all others. What it finds, SplitAny would find.
 bool SplitUsual(const char* text, const char* star, CParts& parts)
 {
-    constexpr std::ptrdiff_t kHead = sizeof(CSixteenBytes); // in which all fields before the payload end
-    if (star - text < kHead) return false;
-    unsigned commas = HighestBits(CSixteenBytes(LoadSixteenBytes(text) == ','));
-    int comma[5];
-    for (int& at : comma) {
-        if (commas == 0) return false;
-        at = std::countr_zero(commas);
-        commas &= commas - 1;
-    }
-    const char* const count = text + comma[0] + 1;
-    const char* const number = text + comma[1] + 1;
-    if (comma[1] - comma[0] != 2 || comma[2] - comma[1] != 2 || !IsDigit(*count) || !IsDigit(*number)) return false;
-    parts.count = *count - '0';
-    parts.number = *number - '0';
-    parts.channel = comma[4] - comma[3] > 1 ? text[comma[3] + 1] : '\0';
-    parts.payload = text + comma[4] + 1;
-    const auto room = static_cast<std::size_t>(star - parts.payload);
-    const void* const end = std::memchr(parts.payload, ',', room);
-    parts.payload_length =
-        end != nullptr ? static_cast<std::size_t>(static_cast<const char*>(end) - parts.payload) : room;
+    constexpr unsigned kCommasOfWhole = 1U << 6 | 1U << 8 | 1U << 10 | 1U << 11 | 1U << 13;
+    constexpr unsigned kCommasOfPart = 1U << 6 | 1U << 8 | 1U << 10 | 1U << 12 | 1U << 14;
+    if (star - text < static_cast<std::ptrdiff_t>(sizeof(CSixteenBytes))) return false;
+    const unsigned commas = HighestBits(CSixteenBytes(LoadSixteenBytes(text) == ','));
+    const auto begins_with = [commas](unsigned head) { return (commas & (std::bit_floor(head) * 2 - 1)) == head; };
+    const bool is_part = begins_with(kCommasOfPart);
+    if ((!is_part && !begins_with(kCommasOfWhole)) || !IsDigit(text[7]) || !IsDigit(text[9])) return false;
+    parts.count = text[7] - '0';
+    parts.number = text[9] - '0';
+    parts.payload = text + (is_part ? 15 : 14);
+    parts.channel = parts.payload[-2];
+    parts.payload_end = star;
+    parts.readable_behind = *star == '*' ? 2 : 1; // up to the NUL at the latest
     return true;
 }
 
@@ -265,7 +294,7 @@ bool CAIS_Sentence::Init(char* text)
     }
     last_sentence_number = parts.number;
     channel = parts.channel;
-    AppendPayload(parts.payload, parts.payload_length);
+    AppendPayload(parts.payload, parts.payload_end, parts.readable_behind);
     message_type = 0;
     mmsi = 0;
     description = "";

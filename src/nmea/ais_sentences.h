@@ -23,7 +23,7 @@ public:
 
     // The bits received so far, in pieces of eight characters, each from its most significant bit on.
     static constexpr int kMostBits = 996;  ///< of a message; what follows is dropped
-    static constexpr int kPieceBits = 48;  ///< the lower ones of a word
+    static constexpr int kPieceBits = 48;  ///< the upper ones of a word; the others are 0
     static constexpr int kPieces = 21 + 2; ///< and as many as a read or write may go too far
     static std::uint64_t bitstream[kPieces];
     static std::int32_t bit_count;
@@ -36,18 +36,23 @@ public:
     /// The next `count` (1 to 30) bits as a number; `unavailable` when not all of them were received.
     static std::uint32_t fetch_bits(int& position, int count, std::uint32_t unavailable = 0)
     {
-        const int from = position;
-        position += count;
-        if (position > bit_count) return unavailable;
-        return static_cast<std::uint32_t>(StreamFrom(from) >> (64 - count));
+        const std::uint32_t bits = read_bits(position, count);
+        return position <= bit_count ? bits : unavailable;
     }
     /// The same in two's complement.
     static std::int32_t fetch_bits_signed(int& position, int count, std::int32_t unavailable = 0)
     {
-        const int from = position;
-        position += count;
-        if (position > bit_count) return unavailable;
-        return static_cast<std::int32_t>(static_cast<std::int64_t>(StreamFrom(from)) >> (64 - count));
+        const std::int32_t bits = read_bits_signed(position, count);
+        return position <= bit_count ? bits : unavailable;
+    }
+    /// The same, whether they were received or not: then they are any bits. From a position up to kMostBits.
+    static std::uint32_t read_bits(int& position, int count)
+    {
+        return static_cast<std::uint32_t>(NextBits(position, count) >> (64 - count));
+    }
+    static std::int32_t read_bits_signed(int& position, int count)
+    {
+        return static_cast<std::int32_t>(static_cast<std::int64_t>(NextBits(position, count)) >> (64 - count));
     }
     /// The characters received of `bits` bits of text, without "@" and spaces at its end. `out` has TextRoom.
     static void fetch_string(char* out, int& position, int bits);
@@ -58,14 +63,16 @@ protected:
     explicit CAIS_Sentence(bool of_own_ship) : own_ship(of_own_ship) {}
 
 private:
-    static void AppendPayload(const char* payload, std::size_t length);
-    /// The stream from that bit on, the first one uppermost; 49 bits at least.
-    static std::uint64_t StreamFrom(int position)
+    /// Appends the characters up to the next comma, or all before `end`, behind which so many more can be read.
+    static void AppendPayload(const char* at, const char* end, int readable_behind);
+    /// The next `count` bits, at most kPieceBits, uppermost. What stands below them means nothing.
+    static std::uint64_t NextBits(int& position, int count)
     {
-        constexpr int kUnused = 64 - kPieceBits;
         const std::uint64_t* const piece = bitstream + position / kPieceBits;
         const int before = position % kPieceBits;
-        return piece[0] << (kUnused + before) | piece[1] << kUnused >> (kPieceBits - before);
+        position += count;
+        const std::uint64_t bits = piece[0] << before;
+        return before + count <= kPieceBits ? bits : bits | piece[1] >> (kPieceBits - before);
     }
     void Unpack();
 

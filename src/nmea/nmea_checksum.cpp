@@ -17,12 +17,11 @@ struct CSum {
 CSum Fold(CSixteenBytes sum, CSixteenBytes ends)
 {
     const CTwoWords sums = WordsOf(sum);
-    const CTwoWords found = WordsOf(ends);
     std::uint64_t word = sums.first ^ sums.last;
     word ^= word >> 32;
     word ^= word >> 16;
     word ^= word >> 8;
-    return {static_cast<unsigned>(word & 0xFF), (found.first | found.last) == 0};
+    return {static_cast<unsigned>(word & 0xFF), HighestBits(ends) == 0};
 }
 
 constexpr std::ptrdiff_t kBlock = sizeof(CSixteenBytes);
@@ -35,7 +34,7 @@ constexpr auto kKeptBytes = [] {
 }();
 
 /// Sixteen bytes at a time; the last of them once more with what is left over.
-CSum SumOfLong(const char* at, const char* end)
+inline CSum SumOfLong(const char* at, const char* end)
 {
     CSixteenBytes sum{};
     CSixteenBytes ends{};
@@ -43,8 +42,9 @@ CSum SumOfLong(const char* at, const char* end)
         ends |= CSixteenBytes(bytes == '*') | CSixteenBytes(bytes == 0);
         return bytes;
     };
-    for (; end - at >= kBlock; at += kBlock) sum ^= look_at(LoadSixteenBytes(at));
-    sum ^= look_at(LoadSixteenBytes(end - kBlock)) & LoadSixteenBytes(&kKeptBytes[static_cast<std::size_t>(end - at)]);
+    const char* const last = end - kBlock;
+    for (; at <= last; at += kBlock) sum ^= look_at(LoadSixteenBytes(at));
+    sum ^= look_at(LoadSixteenBytes(last)) & LoadSixteenBytes(&kKeptBytes[static_cast<std::size_t>(end - at)]);
     return Fold(sum, ends);
 }
 
@@ -72,25 +72,37 @@ unsigned Nibble(char digit)
     return kNibbles[static_cast<unsigned char>(digit)];
 }
 
-} // namespace
-
-const char* CNMEASentence::FindRightChecksum(std::string_view text)
+unsigned ValueOfDigits(const char* digits)
 {
-    if (text.empty()) return nullptr;
-    constexpr std::ptrdiff_t kTail = 3; // "*" and the digits
-    const char* const body = text.data() + 1;
-    const char* const end = text.data() + text.size();
-    if (end - body >= kTail && end[-kTail] == '*') {
-        const CSum sum = SumOf(body, end - kTail);
-        if (sum.is_body) return sum.value == (Nibble(end[-2]) << 4 | Nibble(end[-1])) ? end - kTail : nullptr;
-    }
-    // Something stands behind the digits, or one is missing.
+    return Nibble(digits[0]) << 4 | Nibble(digits[1]);
+}
+
+constexpr std::ptrdiff_t kTail = 3; // "*" and the digits
+
+/// The same of any text: something stands behind the digits, or one is missing, or it is short.
+[[gnu::noinline]] const char* FindRightChecksumAnywhere(const char* body, const char* end)
+{
     const char* const star = std::find(body, end, '*');
     if (star == end) return nullptr;
     const CSum sum = SumOf(body, star);
     const unsigned high = end - star > 1 ? Nibble(star[1]) : 0;
     const unsigned low = end - star > 2 ? Nibble(star[2]) : 0;
     return sum.is_body && sum.value == (high << 4 | low) ? star : nullptr;
+}
+
+} // namespace
+
+const char* CNMEASentence::FindRightChecksum(std::string_view text)
+{
+    if (text.empty()) return nullptr;
+    const char* const body = text.data() + 1;
+    const char* const end = text.data() + text.size();
+    const char* const star = end - kTail;
+    if (star - body >= kBlock && *star == '*') {
+        const CSum sum = SumOfLong(body, star);
+        if (sum.is_body) return sum.value == ValueOfDigits(star + 1) ? star : nullptr;
+    }
+    return FindRightChecksumAnywhere(body, end);
 }
 
 void CNMEASentence::compute_checksum(char* text)

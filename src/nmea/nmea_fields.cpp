@@ -110,22 +110,17 @@ void SplitUpTo(char* end, char* text, int count, char** args)
     std::fill(args, last, end);
 }
 
-char* FindEndOfFields(char* text)
+} // namespace
+
+char* CNMEASentence::FindEndOfFields(char* text)
 {
     char* const star = std::strchr(text, '*');
     return star != nullptr ? star : text + std::strlen(text);
 }
 
-} // namespace
-
 void CNMEASentence::SplitArgs(char* text, int count, char** args)
 {
     SplitUpTo(FindEndOfFields(text), text, count, args);
-}
-
-char* CNMEASentence::EndOfFields(char* text) const
-{
-    return star != nullptr ? star : FindEndOfFields(text);
 }
 
 void CNMEASentence::Split(char* text, int count, char** args) const

@@ -93,7 +93,7 @@ int CNMEASentence::DispatchSentence(char* line, CDataConnection* connection)
 int CNMEASentence::DispatchSentence(char* line, std::size_t length, CDataConnection* connection)
 {
     char* const end = line + length;
-    char* const start = std::find_if(line, end, IsStart);
+    char* const start = IsStart(*line) ? line : std::find_if(line, end, IsStart);
     const std::string_view text(start, static_cast<std::size_t>(end - start));
     const char* const found = FindRightChecksum(text);
     if (found == nullptr) return 0;

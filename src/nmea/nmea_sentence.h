@@ -62,10 +62,11 @@ protected:
     /// SplitArgs of the text that Init was given, whose end is known when it comes from DispatchSentence.
     void Split(char* text, int count, char** args) const;
     /// The "*" of that text, or its end when it has none.
-    char* EndOfFields(char* text) const;
+    char* EndOfFields(char* text) const { return star != nullptr ? star : FindEndOfFields(text); }
 
 private:
     friend class CSentenceInUse;
+    static char* FindEndOfFields(char* text);
     /// The "*" of a text with the right checksum; else null.
     static const char* FindRightChecksum(std::string_view text);
 

@@ -2,6 +2,7 @@
 
 #include "nmea/nmea_sentence.h"
 
+#include <cstdint>
 #include <cstring>
 
 namespace {
@@ -17,8 +18,9 @@ constinit CNMEASentenceType* others = nullptr;              ///< types with anot
 /// Three characters as one number.
 unsigned LettersAt(const char* text)
 {
-    const auto code = [text](int i) { return static_cast<unsigned>(static_cast<unsigned char>(text[i])); };
-    return code(0) << 16 | code(1) << 8 | code(2);
+    std::uint16_t first = 0;
+    std::memcpy(&first, text, sizeof first);
+    return first | unsigned{static_cast<unsigned char>(text[2])} << 16;
 }
 
 /// The identifier, when it is the three characters behind a talker; else 0.
@@ -92,6 +94,13 @@ bool CNMEASentenceType::Matches(std::string_view text) const
     return text.size() < offset ? *id == 0 : text.substr(offset).starts_with(id);
 }
 
+CNMEASentenceType* CNMEASentenceType::FindOther(std::string_view text)
+{
+    CNMEASentenceType* type = others;
+    while (type != nullptr && !type->Matches(text)) type = type->next_in_chain;
+    return type;
+}
+
 CNMEASentenceType* CNMEASentenceType::FindType(std::string_view text)
 {
     if (text.size() >= kLettersAt + kLetters) {
@@ -100,7 +109,5 @@ CNMEASentenceType* CNMEASentenceType::FindType(std::string_view text)
         while (type != nullptr && type->letters != wanted) type = type->next_in_chain;
         if (type != nullptr) return type;
     }
-    CNMEASentenceType* type = others;
-    while (type != nullptr && !type->Matches(text)) type = type->next_in_chain;
-    return type;
+    return FindOther(text);
 }

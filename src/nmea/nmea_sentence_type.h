@@ -35,6 +35,9 @@ public:
     static CNMEASentenceType* list;
 
 private:
+    /// Among the types whose identifier is not three letters behind the talker.
+    [[gnu::noinline]] static CNMEASentenceType* FindOther(std::string_view text);
+
     const unsigned letters;           ///< the identifier as three letters behind the talker; 0: it is of another kind
     CNMEASentenceType* next_in_chain; ///< among the types that FindType meets together
 };
