@@ -10,7 +10,7 @@
 namespace CNEMA_AIS {
 namespace {
 
-constexpr int kCharacterBits = 6;
+constexpr int kCharacterBits = CAIS_Sentence::kCharacterBits;
 constexpr int kPieceBits = CAIS_Sentence::kPieceBits;
 constexpr int kPieceCharacters = kPieceBits / kCharacterBits;
 constexpr int kBlockCharacters = sizeof(CSixteenBytes);
@@ -121,22 +121,18 @@ void CAIS_Sentence::AppendPayload(const char* at, const char* end, int readable_
     bit_count = std::min(bits, kMostBits);
 }
 
-void CAIS_Sentence::fetch_string(char* out, int& position, int bits)
+void CAIS_Sentence::ReadText(char* out, const std::uint64_t* stream, int before, int characters)
 {
-    const int length = std::clamp(bit_count - position, 0, bits) / kCharacterBits;
     int used = 0; // up to the last character that is neither "@" nor a space: one with any of its lower bits
-    const std::uint64_t* piece = bitstream + position / kPieceBits;
-    const int before = position % kPieceBits;
-    for (int done = 0; done < length; done += kPieceCharacters, ++piece) {
-        std::uint64_t sixbits = Spread(piece[0] << before | piece[1] >> (kPieceBits - before));
-        if (length - done < kPieceCharacters) sixbits &= ~(~std::uint64_t{0} >> (length - done) * 8);
+    for (int done = 0; done < characters; done += kPieceCharacters, ++stream) {
+        std::uint64_t sixbits = Spread(stream[0] << before | stream[1] >> (kPieceBits - before));
+        if (characters - done < kPieceCharacters) sixbits &= ~(~std::uint64_t{0} >> (characters - done) * 8);
         if (const std::uint64_t letters = sixbits & 0x1F * kEachByte; letters != 0)
             used = done + kPieceCharacters - std::countr_zero(letters) / 8;
         const std::uint64_t text = __builtin_bswap64(ToText(sixbits));
         std::memcpy(out + done, &text, sizeof text);
     }
     out[used] = 0;
-    position += bits;
 }
 
 } // namespace CNEMA_AIS

@@ -3,6 +3,7 @@
 #include "nmea/ais_messages.h"
 #include "nmea/nmea_sentence.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
@@ -22,7 +23,8 @@ public:
     const char* description = ""; ///< the ship type in words, at most 24 characters
 
     // The bits received so far, in pieces of eight characters, each from its most significant bit on.
-    static constexpr int kMostBits = 996;  ///< of a message; what follows is dropped
+    static constexpr int kMostBits = 996; ///< of a message; what follows is dropped
+    static constexpr int kCharacterBits = 6;
     static constexpr int kPieceBits = 48;  ///< the upper ones of a word; the others are 0
     static constexpr int kPieces = 21 + 2; ///< and as many as a read or write may go too far
     static std::uint64_t bitstream[kPieces];
@@ -55,7 +57,12 @@ public:
         return static_cast<std::int32_t>(static_cast<std::int64_t>(NextBits(position, count)) >> (64 - count));
     }
     /// The characters received of `bits` bits of text, without "@" and spaces at its end. `out` has TextRoom.
-    static void fetch_string(char* out, int& position, int bits);
+    static void fetch_string(char* out, int& position, int bits)
+    {
+        const int received = std::clamp(bit_count - position, 0, bits);
+        ReadText(out, bitstream + position / kPieceBits, position % kPieceBits, received / kCharacterBits);
+        position += bits;
+    }
     /// The ship type in words.
     static const char* decode_type(unsigned char type);
 
@@ -65,6 +72,8 @@ protected:
 private:
     /// Appends the characters up to the next comma, or all before `end`, behind which so many more can be read.
     static void AppendPayload(const char* at, const char* end, int readable_behind);
+    /// The characters behind the first `before` bits of that part of the stream.
+    static void ReadText(char* out, const std::uint64_t* stream, int before, int characters);
     /// The next `count` bits, at most kPieceBits, uppermost. What stands below them means nothing.
     static std::uint64_t NextBits(int& position, int count)
     {

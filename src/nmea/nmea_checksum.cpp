@@ -42,9 +42,8 @@ inline CSum SumOfLong(const char* at, const char* end)
         ends |= CSixteenBytes(bytes == '*') | CSixteenBytes(bytes == 0);
         return bytes;
     };
-    const char* const last = end - kBlock;
-    for (; at <= last; at += kBlock) sum ^= look_at(LoadSixteenBytes(at));
-    sum ^= look_at(LoadSixteenBytes(last)) & LoadSixteenBytes(&kKeptBytes[static_cast<std::size_t>(end - at)]);
+    for (; end - at >= kBlock; at += kBlock) sum ^= look_at(LoadSixteenBytes(at));
+    sum ^= look_at(LoadSixteenBytes(end - kBlock)) & LoadSixteenBytes(&kKeptBytes[static_cast<std::size_t>(end - at)]);
     return Fold(sum, ends);
 }
 
