@@ -96,8 +96,8 @@ const char* CNMEASentence::FindRightChecksum(std::string_view text)
     if (text.empty()) return nullptr;
     const char* const body = text.data() + 1;
     const char* const end = text.data() + text.size();
-    const char* const star = end - kTail;
-    if (star - body >= kBlock && *star == '*') {
+    if (end - body >= kBlock + kTail && end[-kTail] == '*') {
+        const char* const star = end - kTail;
         const CSum sum = SumOfLong(body, star);
         if (sum.is_body) return sum.value == ValueOfDigits(star + 1) ? star : nullptr;
     }
