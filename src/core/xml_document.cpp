@@ -10,11 +10,6 @@
 
 namespace {
 
-bool IsBlank(char c)
-{
-    return c == ' ' || c == '\t' || c == '\n' || c == '\r';
-}
-
 bool SameLetter(char a, char b)
 {
     const char difference = static_cast<char>(a ^ b);
@@ -38,8 +33,8 @@ bool SameName(std::string_view a, std::string_view b)
 
 std::string_view WithoutBlanks(std::string_view text)
 {
-    while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
-    while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
+    while (!text.empty() && IsXmlBlank(text.front())) text.remove_prefix(1);
+    while (!text.empty() && IsXmlBlank(text.back())) text.remove_suffix(1);
     return text;
 }
 
@@ -139,7 +134,7 @@ bool CXMLattributes::Next()
     if (equals == std::string_view::npos) return false;
     name = WithoutBlanks(rest.substr(0, equals));
     rest.remove_prefix(equals + 1);
-    while (!rest.empty() && IsBlank(rest.front())) rest.remove_prefix(1);
+    while (!rest.empty() && IsXmlBlank(rest.front())) rest.remove_prefix(1);
     if (rest.empty() || (rest.front() != '"' && rest.front() != '\'')) return false;
     const std::size_t close = rest.find(rest.front(), 1);
     if (close == std::string_view::npos) return false;

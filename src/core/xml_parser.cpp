@@ -6,11 +6,6 @@
 
 namespace {
 
-bool IsBlank(char c)
-{
-    return c == ' ' || c == '\t' || c == '\n' || c == '\r';
-}
-
 bool IsNameStart(char c)
 {
     const auto byte = static_cast<unsigned char>(c);
@@ -19,7 +14,7 @@ bool IsNameStart(char c)
 
 bool EndsName(char c)
 {
-    return IsBlank(c) || c == '/' || c == '>';
+    return IsXmlBlank(c) || c == '/' || c == '>';
 }
 
 const char* Find(const char* from, const char* to, char what)
@@ -100,7 +95,7 @@ bool CXMLparser::EndTag()
     const char* name = position + 1;
     const char* name_end = name + node.name_length;
     if (name_end >= end || std::memcmp(name, begin + node.name, node.name_length) != 0) return false;
-    while (name_end < end && IsBlank(*name_end)) ++name_end;
+    while (name_end < end && IsXmlBlank(*name_end)) ++name_end;
     if (name_end == end || *name_end != '>') return false;
     node.contents_length = static_cast<std::uint32_t>(position - 1 - begin) - node.contents;
     --depth;
@@ -155,7 +150,7 @@ bool CXMLparser::SkipBehind(std::string_view what)
 bool CXMLparser::OnlyBlanksUpTo(const char* to) const
 {
     for (const char* at = position; at < to; ++at) {
-        if (!IsBlank(*at)) return false;
+        if (!IsXmlBlank(*at)) return false;
     }
     return true;
 }

@@ -2,6 +2,12 @@
 
 #include "core/xml_document.h"
 
+/// What XML counts as white space.
+constexpr bool IsXmlBlank(char c)
+{
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r';
+}
+
 /// Fills a document from its text in one pass.
 class CXMLparser {
 public:
