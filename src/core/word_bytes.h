@@ -48,17 +48,24 @@ inline CSixteenBytes LoadSixteenBytes(const void* at)
     return bytes;
 }
 
+/// The same as two numbers of eight bytes.
+typedef std::uint64_t CTwoHalves __attribute__((vector_size(16)));
+
 /// The two halves of them, the first characters first.
 struct CTwoWords {
     std::uint64_t first;
     std::uint64_t last;
 };
 
+/// Taken apart in registers.
+inline CTwoWords WordsOf(CTwoHalves halves)
+{
+    return {halves[0], halves[1]};
+}
+
 inline CTwoWords WordsOf(CSixteenBytes bytes)
 {
-    typedef std::uint64_t CTwoHalves __attribute__((vector_size(16)));
-    const auto halves = std::bit_cast<CTwoHalves>(bytes); // taken apart in registers
-    return {halves[0], halves[1]};
+    return WordsOf(std::bit_cast<CTwoHalves>(bytes));
 }
 
 /// The highest bits of the bytes, that of the first byte lowest.

@@ -17,10 +17,9 @@ constexpr int kBlockCharacters = sizeof(CSixteenBytes);
 constexpr std::uint64_t kPieceMask = ~(~std::uint64_t{0} >> kPieceBits);
 constexpr std::uint64_t kEachByte = RepeatedByte(1);
 
-/// Sixteen bytes as numbers of two, four and eight bytes.
+/// Sixteen bytes as numbers of two and of four bytes.
 typedef std::uint16_t CEightPairs __attribute__((vector_size(16)));
 typedef std::uint32_t CFourQuads __attribute__((vector_size(16)));
-typedef std::uint64_t CTwoHalves __attribute__((vector_size(16)));
 
 /// The lower twelve bits of two pairs behind each other.
 CFourQuads JoinPairs(CEightPairs pairs)
@@ -39,9 +38,8 @@ CTwoWords Decode(CSixteenBytes characters)
 {
     const CSixteenBytes below_89 = CSixteenBytes(characters < 89) & 8;
     const auto pairs = std::bit_cast<CEightPairs>((characters + 72 + below_89) & 0x3F);
-    const CFourQuads quads = JoinPairs((pairs << 6 & 0xFC0) | pairs >> 8);
-    const auto halves = std::bit_cast<CTwoHalves>(quads);
-    return WordsOf(std::bit_cast<CSixteenBytes>(halves << 40 | halves >> 32 << 16));
+    const auto halves = std::bit_cast<CTwoHalves>(JoinPairs((pairs << 6 & 0xFC0) | pairs >> 8));
+    return WordsOf(halves << 40 | halves >> 32 << 16);
 }
 
 /// Of the piece the first `count` bits, below kPieceBits.

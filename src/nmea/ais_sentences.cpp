@@ -5,7 +5,6 @@
 #include "nmea/nmea_sentence_type.h"
 
 #include <array>
-#include <bit>
 #include <cstring>
 
 namespace CNEMA_AIS {
@@ -243,20 +242,13 @@ struct CParts {
     int readable_behind = 0;           ///< characters that may be read there
 };
 
-/// The length of a field from where the next one begins, which is behind a NUL or, when there is no next one, at it.
-std::size_t LengthBefore(const char* next, const char* field)
-{
-    const auto length = static_cast<std::size_t>(next - field);
-    return length > 0 && next[-1] == 0 ? length - 1 : length;
-}
-
 /// Any sentence; the text is overwritten.
 CParts SplitAny(char* text)
 {
-    constexpr int kFields = 7; // the last one only tells where the payload before it ends
+    constexpr int kFields = 6;
     char* field[kFields];
     CNMEASentence::SplitArgs(text, kFields, field);
-    const char* const end = field[5] + LengthBefore(field[6], field[5]);
+    const char* const end = field[5] + std::strlen(field[5]);
     return {CNMEASentence::GetWhole(field[1]), CNMEASentence::GetWhole(field[2]), *field[4], field[5], end, 0};
 }
 
@@ -264,16 +256,19 @@ CParts SplitAny(char* text)
 /// without cutting fields off. False for all others. What it finds, SplitAny would find.
 bool SplitUsual(const char* text, const char* star, CParts& parts)
 {
+    constexpr int kPayloadOfWhole = 14;
+    constexpr int kPayloadOfPart = 15;
     constexpr unsigned kCommasOfWhole = 1U << 6 | 1U << 8 | 1U << 10 | 1U << 11 | 1U << 13;
     constexpr unsigned kCommasOfPart = 1U << 6 | 1U << 8 | 1U << 10 | 1U << 12 | 1U << 14;
     if (star - text < static_cast<std::ptrdiff_t>(sizeof(CSixteenBytes))) return false;
     const unsigned commas = HighestBits(CSixteenBytes(LoadSixteenBytes(text) == ','));
-    const auto begins_with = [commas](unsigned head) { return (commas & (std::bit_floor(head) * 2 - 1)) == head; };
-    const bool is_part = begins_with(kCommasOfPart);
-    if ((!is_part && !begins_with(kCommasOfWhole)) || !IsDigit(text[7]) || !IsDigit(text[9])) return false;
+    const auto commas_before = [commas](int payload) { return commas & ((1U << payload) - 1); };
+    const bool is_part = commas_before(kPayloadOfPart) == kCommasOfPart;
+    const bool is_whole = commas_before(kPayloadOfWhole) == kCommasOfWhole;
+    if ((!is_part && !is_whole) || !IsDigit(text[7]) || !IsDigit(text[9])) return false;
     parts.count = text[7] - '0';
     parts.number = text[9] - '0';
-    parts.payload = text + (is_part ? 15 : 14);
+    parts.payload = text + (is_part ? kPayloadOfPart : kPayloadOfWhole);
     parts.channel = parts.payload[-2];
     parts.payload_end = star;
     parts.readable_behind = *star == '*' ? 2 : 1; // up to the NUL at the latest
